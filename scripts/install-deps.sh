@@ -1,0 +1,36 @@
+#!/bin/sh
+# Installs what building and testing Quillon needs on Debian 12, and only
+# what is missing: running it twice installs nothing the second time.
+#   scripts/install-deps.sh          build and test tools, Qt, GoogleTest
+#   scripts/install-deps.sh fuzz     clang and its fuzzing runtime as well
+set -eu
+
+paquets="g++ make cmake libgtest-dev libgmock-dev qt6-base-dev locales"
+if [ "${1:-}" = fuzz ]; then
+  paquets="$paquets clang libclang-rt-14-dev"
+fi
+
+manquants=""
+for p in $paquets; do
+  if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed"; then
+    manquants="$manquants $p"
+  fi
+done
+
+sudo=""
+if [ "$(id -u)" -ne 0 ]; then sudo="sudo"; fi
+
+if [ -n "$manquants" ]; then
+  echo "install-deps: installing$manquants"
+  $sudo apt-get update -qq
+  DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq $manquants
+fi
+
+# The French locale, for the tests of the log's month names.
+if ! locale -a 2>/dev/null | grep -qi '^fr_FR\.utf-\?8$'; then
+  if [ -f /etc/locale.gen ]; then
+    $sudo sed -i 's/^# *\(fr_FR.UTF-8 UTF-8\)/\1/' /etc/locale.gen
+    grep -q '^fr_FR.UTF-8 UTF-8' /etc/locale.gen || echo 'fr_FR.UTF-8 UTF-8' | $sudo tee -a /etc/locale.gen >/dev/null
+    $sudo locale-gen >/dev/null
+  fi
+fi

@@ -1,0 +1,62 @@
+#include "app/command_line.h"
+
+#include "conversion/encoding.h"
+
+namespace quillon {
+
+std::vector<std::string> DecouperLigneCommande(std::string_view texte, int16_t nbMotsMax) {
+  std::vector<std::string> mots(1);
+  bool dansMot = false;
+  for (char c : texte) {
+    if (c == ' ' || c == '\t') {
+      dansMot = false;
+      continue;
+    }
+    if (!dansMot) {
+      if (static_cast<int>(mots.size()) - 1 == nbMotsMax) break;
+      mots.emplace_back();
+      dansMot = true;
+    }
+    mots.back() += c;
+  }
+  return mots;
+}
+
+bool LireArguments(std::string_view texte, std::string& Source, std::string& Cible, int16_t& ClasseEchelle,
+                   int32_t& GroupeTheme) {
+  const std::vector<std::string> mots = DecouperLigneCommande(texte, 4);
+  const std::size_t n = mots.size() - 1;
+  if (n != 2 && n != 4) return false;
+  Source = mots[1];
+  Cible = mots[2];
+  if (n == 4) {
+    static constexpr const char* kEchelles[] = {"250", "500", "1000", "2000", "4000", "5000"};
+    int16_t classe = 0;
+    for (int16_t i = 0; i < 6 && classe == 0; ++i) {
+      if (mots[3] == kEchelles[i]) classe = static_cast<int16_t>(i + 1);
+    }
+    if (classe == 0) return false;
+    ClasseEchelle = classe;
+    std::string theme = mots[4];
+    for (char& c : theme) c = MajusculeAnsi(c);
+    if (theme == "CS") {
+      GroupeTheme = 2;
+    } else if (theme == "OD") {
+      GroupeTheme = 3;
+    } else {
+      return false;
+    }
+  }
+  return true;
+}
+
+std::string TexteArguments(int argc, const char* const* argv) {
+  std::string texte;
+  for (int i = 1; i < argc; ++i) {
+    if (i > 1) texte += ' ';
+    texte += argv[i];
+  }
+  return texte;
+}
+
+}  // namespace quillon

@@ -1,0 +1,25 @@
+// Standard output, the one place console mode writes to.
+#pragma once
+
+#include <array>
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+#include "conversion/display.h"
+
+namespace quillon {
+
+// Writes a Windows-1252 text to standard output unchanged, adding no line
+// end, in the user's encoding: UTF-8 under a UTF-8 locale, the bytes as they
+// are otherwise. A failing write goes unnoticed.
+void EcrireConsole(std::string_view Texte);
+
+// Console mode's way of showing a run's summary and fatal errors.
+class AffichageConsole : public Affichage {
+ public:
+  void MontrerBilan(const std::array<std::string, 4>& lignes) override;
+  void MontrerErreurFatale(const std::string& message) override;
+};
+
+}  // namespace quillon

@@ -1,0 +1,63 @@
+#include "app/console_mode.h"
+
+#include <string>
+
+#include "app/command_line.h"
+#include "app/console.h"
+#include "conversion/conversions.h"
+
+namespace quillon {
+namespace {
+
+// Case-blind "contains", for the extension tests.
+bool Contient(std::string_view chemin, std::string_view extension) {
+  if (extension.size() > chemin.size()) return false;
+  for (std::size_t i = 0; i + extension.size() <= chemin.size(); ++i) {
+    std::size_t k = 0;
+    while (k < extension.size()) {
+      char c = chemin[i + k];
+      if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+      if (c != extension[k]) break;
+      ++k;
+    }
+    if (k == extension.size()) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+std::string TexteVersion() {
+  return std::to_string(kVersionMajeure) + "." + std::to_string(kVersionMineure) + "." +
+         std::to_string(kVersionRevision);
+}
+
+void AfficherVersion() { EcrireConsole(std::string(kTitreApplication) + ", Version " + TexteVersion() + "\r\n"); }
+
+void ModeConsole(std::string_view texteArguments, ReglagesExecution& reglages) {
+  reglages.ModeFenetre = false;
+  AfficherVersion();
+
+  std::string source, cible;
+  int16_t classeEchelle = 0;
+  int32_t groupeTheme = 0;
+  if (!LireArguments(texteArguments, source, cible, classeEchelle, groupeTheme)) return;
+
+  reglages.DefinirSource(source);
+  reglages.FichierCible.Nom = cible;
+  reglages.journal.NbErreursLecture = 0;
+  reglages.journal.NbErreursEcriture = 0;
+
+  // Three independent tests, in this order; a fatal error ends the program.
+  if (Contient(cible, ".ptp") && Contient(source, ".ptv")) {
+    if (!ConvertirPtValEnPtPrecFiab(reglages, classeEchelle, groupeTheme)) return;
+  }
+  if (Contient(cible, ".ptv") && Contient(source, ".ptp")) {
+    if (!ConvertirPtPrecFiabEnPtVal(reglages)) return;
+  }
+  if (Contient(cible, ".ptm") && Contient(source, ".ptp")) {
+    if (!ConvertirPtPrecFiabEnPtMD01(reglages)) return;
+  }
+}
+
+}  // namespace quillon

@@ -1,0 +1,25 @@
+// Console mode: the version line, the arguments, and the conversions that
+// the file extensions call for.
+#pragma once
+
+#include <string_view>
+
+#include "conversion/run_settings.h"
+
+namespace quillon {
+
+inline constexpr const char* kTitreApplication = "Quillon";
+inline constexpr int kVersionMajeure = 0;
+inline constexpr int kVersionMineure = 5;
+inline constexpr int kVersionRevision = 5;
+
+// "0.5.5"
+std::string TexteVersion();
+
+void AfficherVersion();
+
+// Runs console mode on the argument text; the run settings are those of the
+// process (their display and file service already set).
+void ModeConsole(std::string_view texteArguments, ReglagesExecution& reglages);
+
+}  // namespace quillon

@@ -1,0 +1,110 @@
+#include "conversion/encoding.h"
+
+#include <cstdint>
+
+namespace quillon {
+namespace {
+
+// Unicode code points of the bytes 0x80 to 0x9F. The five bytes that the
+// code page leaves undefined keep their Latin-1 control code points, so that
+// a round trip loses nothing.
+constexpr char16_t kPlage80[32] = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+    0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
+    0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+    0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
+};
+
+char32_t PointCode(unsigned char octet) {
+  if (octet >= 0x80 && octet < 0xA0) return kPlage80[octet - 0x80];
+  return octet;
+}
+
+void AjouterUtf8(std::string& sortie, char32_t c) {
+  if (c < 0x80) {
+    sortie += static_cast<char>(c);
+  } else if (c < 0x800) {
+    sortie += static_cast<char>(0xC0 | (c >> 6));
+    sortie += static_cast<char>(0x80 | (c & 0x3F));
+  } else {
+    sortie += static_cast<char>(0xE0 | (c >> 12));
+    sortie += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+    sortie += static_cast<char>(0x80 | (c & 0x3F));
+  }
+}
+
+char OctetCp1252(char32_t c) {
+  if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) return static_cast<char>(c);
+  for (int i = 0; i < 32; ++i) {
+    if (kPlage80[i] == c) return static_cast<char>(0x80 + i);
+  }
+  return '?';
+}
+
+// Decodes one UTF-8 character at `i`; false when the bytes are not UTF-8.
+bool Decoder(std::string_view t, std::size_t& i, char32_t& c) {
+  const auto o = [&](std::size_t k) { return static_cast<unsigned char>(t[k]); };
+  const unsigned char b = o(i);
+  int suite;
+  if (b < 0x80) {
+    c = b;
+    suite = 0;
+  } else if (b >= 0xC2 && b < 0xE0) {
+    c = b & 0x1F;
+    suite = 1;
+  } else if (b >= 0xE0 && b < 0xF0) {
+    c = b & 0x0F;
+    suite = 2;
+  } else if (b >= 0xF0 && b < 0xF5) {
+    c = b & 0x07;
+    suite = 3;
+  } else {
+    return false;
+  }
+  if (i + suite >= t.size()) return false;
+  for (int k = 1; k <= suite; ++k) {
+    if ((o(i + k) & 0xC0) != 0x80) return false;
+    c = (c << 6) | (o(i + k) & 0x3F);
+  }
+  if ((suite == 2 && c < 0x800) || (suite == 3 && (c < 0x10000 || c > 0x10FFFF)) ||
+      (c >= 0xD800 && c <= 0xDFFF)) {
+    return false;
+  }
+  i += suite + 1;
+  return true;
+}
+
+}  // namespace
+
+std::string Cp1252VersUtf8(std::string_view texte) {
+  std::string sortie;
+  sortie.reserve(texte.size() + texte.size() / 8);
+  for (char c : texte) AjouterUtf8(sortie, PointCode(static_cast<unsigned char>(c)));
+  return sortie;
+}
+
+std::string Utf8VersCp1252(std::string_view texte) {
+  std::string sortie;
+  sortie.reserve(texte.size());
+  for (std::size_t i = 0; i < texte.size();) {
+    char32_t c;
+    if (!Decoder(texte, i, c)) return std::string(texte);
+    sortie += OctetCp1252(c);
+  }
+  return sortie;
+}
+
+char MajusculeAnsi(char c) {
+  const auto o = static_cast<unsigned char>(c);
+  if (o >= 'a' && o <= 'z') return static_cast<char>(o - 0x20);
+  if (o >= 0xE0 && o <= 0xFE && o != 0xF7) return static_cast<char>(o - 0x20);
+  switch (o) {
+    case 0x9A: return static_cast<char>(0x8A);  // š
+    case 0x9C: return static_cast<char>(0x8C);  // œ
+    case 0x9E: return static_cast<char>(0x8E);  // ž
+    case 0xFF: return static_cast<char>(0x9F);  // ÿ
+    default: return c;
+  }
+}
+
+}  // namespace quillon

@@ -1,0 +1,22 @@
+// Windows-1252, the single-byte code page of the files and the log, and its
+// meeting points with UTF-8 (the console and file names under a UTF-8
+// locale, Qt's texts).
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quillon {
+
+std::string Cp1252VersUtf8(std::string_view texte);
+
+// Valid UTF-8 becomes Windows-1252, each character that the code page lacks
+// becoming "?". A text that is not valid UTF-8 is returned unchanged: it is
+// taken to be single-byte already.
+std::string Utf8VersCp1252(std::string_view texte);
+
+// Capitals as the code page knows them: a-z, and the accented small letters
+// (é -> É, œ -> Œ, ÿ -> Ÿ...).
+char MajusculeAnsi(char c);
+
+}  // namespace quillon

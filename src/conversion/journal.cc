@@ -1,0 +1,101 @@
+#include "conversion/journal.h"
+
+#include <charconv>
+
+#include "conversion/locale.h"
+#include "model/ansi.h"
+
+namespace quillon {
+namespace {
+
+void AjouterEntier(std::string& texte, int64_t n) {
+  char tampon[24];
+  const auto r = std::to_chars(tampon, tampon + sizeof tampon, n);
+  texte.append(tampon, r.ptr);
+}
+
+}  // namespace
+
+std::string MessageFatal(const std::string& nom, RaisonFatale raison) {
+  static constexpr auto kOuvert = Ansi(u8" ne peut pas être ouvert, l'application va s'arrêter");
+  static constexpr auto kCree = Ansi(u8" ne peut pas être créé, l'application va s'arrêter");
+  static constexpr auto kLu = Ansi(u8" ne peut pas être lu, l'application va s'arrêter");
+  static constexpr auto kEcrit = Ansi(u8" ne peut pas être écrit, l'application va s'arrêter");
+  std::string message = "Le fichier " + CheminAffichable(nom);
+  switch (raison) {
+    case RaisonFatale::Ouverture: return message + kOuvert;
+    case RaisonFatale::Creation: return message + kCree;
+    case RaisonFatale::Lecture: return message + kLu;
+    case RaisonFatale::Ecriture: return message + kEcrit;
+  }
+  return message;
+}
+
+void Journal::Attacher(SystemeFichiers& systeme, const FluxTexte& source, const FluxTexte* cible) {
+  systeme_ = &systeme;
+  source_ = &source;
+  cible_ = cible;
+  compteur_ = source.CompteurLignes();
+}
+
+void Journal::EcrireLog(bool Lecture, bool AvecLigne, bool AvecPrefixe, bool CompterErreur,
+                        std::string_view Message) {
+  if (EnEchec()) return;
+  if (!LogOuvert) {
+    SystemeFichiers& systeme = systeme_ != nullptr ? *systeme_ : SystemeFichiersReel();
+    if (!CreerFichierEcriture(FichierLog.Flux, FichierLog.Nom, systeme, {source_, cible_})) {
+      echec_ = MessageFatal(FichierLog.Nom, RaisonFatale::Creation);
+      return;
+    }
+    LogOuvert = true;
+  }
+  ligne_.clear();
+  if (AvecPrefixe) ligne_ += Lecture ? "LECTURE: " : "ECRITURE: ";
+  if (AvecLigne) {
+    ligne_ += "ligne ";
+    AjouterEntier(ligne_, NumeroLigne());
+    ligne_ += ": ";
+  }
+  ligne_ += Message;
+  FichierLog.Flux.WriteLine(ligne_);
+  if (FichierLog.Flux.EnErreur()) echec_ = MessageFatal(FichierLog.Nom, RaisonFatale::Ecriture);
+  if (CompterErreur) ++(Lecture ? NbErreursLecture : NbErreursEcriture);
+}
+
+bool Journal::FermerLog() {
+  const bool ferme = FermerFichier(FichierLog.Flux);
+  LogOuvert = false;
+  return ferme;
+}
+
+void Journal::InitialiserLog() {
+  if (LogOuvert) FermerLog();
+  NbErreursLecture = 0;
+  NbErreursEcriture = 0;
+  NbLignesIgnorees = 0;
+  echec_.clear();
+}
+
+std::array<std::string, 4> Journal::Bilan() const {
+  static constexpr auto kIgnorees = Ansi(u8" ligne(s) ignorée(s) lors de la conversion");
+  static constexpr auto kLecture = Ansi(u8" erreur(s) constatée(s) lors de la lecture du fichier source");
+  static constexpr auto kEcriture = Ansi(u8" erreur(s) constatée(s) lors de l'écriture dans le fichier cible");
+  std::array<std::string, 4> lignes;
+  AjouterEntier(lignes[0], NumeroLigne());
+  lignes[0] += " ligne(s) lues dans le fichier source";
+  AjouterEntier(lignes[1], NbLignesIgnorees);
+  lignes[1] += kIgnorees;
+  AjouterEntier(lignes[2], NbErreursLecture);
+  lignes[2] += kLecture;
+  AjouterEntier(lignes[3], NbErreursEcriture);
+  lignes[3] += kEcriture;
+  return lignes;
+}
+
+void Journal::EcrireBilan(Affichage& affichage) {
+  const auto lignes = Bilan();
+  affichage.MontrerBilan(lignes);
+  for (const std::string& ligne : lignes) EcrireLog(false, false, false, false, ligne);
+}
+
+}  // namespace quillon

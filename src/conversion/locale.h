@@ -1,0 +1,29 @@
+// What the user's locale decides: the encoding of the console and of file
+// names, and the month abbreviations of the log's date line.
+#pragma once
+
+#include <ctime>
+#include <string>
+
+namespace quillon {
+
+// True when the user's locale (LC_ALL, LC_CTYPE, LANG) encodes text in UTF-8.
+bool LocaleEnUtf8();
+
+// "dd-mmm-yyyy, hh:mm:ss" with the abbreviated month name of the locale
+// `nomLocale` ("" for the user's own, e.g. "mars" under fr_FR, "Mar" under
+// C), in Windows-1252.
+std::string FormaterDateJournal(const std::tm& moment, const char* nomLocale = "");
+
+// The same for the current local time.
+std::string DateHeureJournal();
+
+}  // namespace quillon
+
+namespace quillon {
+
+// A file name as the log and the messages show it: in Windows-1252, converted
+// from UTF-8 when the locale uses UTF-8 for file names.
+std::string CheminAffichable(const std::string& nom);
+
+}  // namespace quillon

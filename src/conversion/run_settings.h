@@ -1,0 +1,37 @@
+// The run settings: the process-wide state that the conversions share. In
+// windowed mode it carries the paths and the counters from one run to the
+// next.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "conversion/display.h"
+#include "conversion/file_system.h"
+#include "conversion/journal.h"
+#include "conversion/text_file.h"
+
+namespace quillon {
+
+// Kind of the source picked in the main window.
+enum class TypeFichier : int32_t { Aucun = 0, Valeur = 1, PrecFiab = 2, DC = 3 };
+
+struct ReglagesExecution {
+  bool ModeFenetre = false;
+  FichierTexte FichierSource;
+  FichierTexte FichierCible;
+  Journal journal;  // FichierLog, LogOuvert and the counters
+  TypeFichier TypeFichierSource = TypeFichier::Aucun;
+
+  // Where summaries and fatal errors are shown, and how files are opened.
+  Affichage* affichage = nullptr;
+  SystemeFichiers* systeme = &SystemeFichiersReel();
+
+  // Source path, and the log path beside it (source path + ".log").
+  void DefinirSource(const std::string& chemin);
+};
+
+// Empties the paths, closes the log and builds the value tables.
+void InitialiserTables(ReglagesExecution& reglages);
+
+}  // namespace quillon

@@ -1,0 +1,129 @@
+#include "conversion/text_file.h"
+
+#include <cstring>
+
+namespace quillon {
+namespace {
+constexpr std::size_t kTailleTampon = 1 << 16;
+}
+
+void FluxTexte::Attacher(std::unique_ptr<SupportFichier> support, bool ecriture) {
+  support_ = std::move(support);
+  ecriture_ = ecriture;
+  tampon_.assign(kTailleTampon, '\0');
+  debut_ = fin_ = 0;
+  finAtteinte_ = false;
+  erreur_ = false;
+  ligne_ = 1;
+}
+
+bool FluxTexte::Remplir() {
+  if (finAtteinte_ || erreur_ || !support_) return false;
+  if (debut_ > 0) {
+    std::memmove(tampon_.data(), tampon_.data() + debut_, fin_ - debut_);
+    fin_ -= debut_;
+    debut_ = 0;
+  }
+  if (fin_ == tampon_.size()) tampon_.resize(tampon_.size() * 2);  // a line longer than the buffer
+  const long n = support_->Lire(tampon_.data() + fin_, tampon_.size() - fin_);
+  if (n < 0) {
+    erreur_ = true;
+    return false;
+  }
+  if (n == 0) {
+    finAtteinte_ = true;
+    return false;
+  }
+  fin_ += static_cast<std::size_t>(n);
+  return true;
+}
+
+bool FluxTexte::AtEndOfStream() {
+  if (debut_ < fin_) return false;
+  return !Remplir();
+}
+
+bool FluxTexte::ReadLine(std::string_view& ligne) {
+  std::size_t cherche = debut_;
+  for (;;) {
+    const void* lf = std::memchr(tampon_.data() + cherche, '\n', fin_ - cherche);
+    if (lf != nullptr) {
+      const std::size_t pos = static_cast<const char*>(lf) - tampon_.data();
+      std::size_t finLigne = pos;
+      if (finLigne > debut_ && tampon_[finLigne - 1] == '\r') --finLigne;
+      ligne = std::string_view(tampon_.data() + debut_, finLigne - debut_);
+      debut_ = pos + 1;
+      ++ligne_;
+      return true;
+    }
+    const std::size_t dejaVu = fin_ - debut_;
+    if (!Remplir()) break;
+    cherche = debut_ + dejaVu;  // the pending bytes moved to the front
+  }
+  if (erreur_ || debut_ == fin_) return false;
+  // Last line, without line end: the counter stays where it is.
+  ligne = std::string_view(tampon_.data() + debut_, fin_ - debut_);
+  debut_ = fin_;
+  return true;
+}
+
+void FluxTexte::WriteLine(std::string_view texte) {
+  if (erreur_ || !support_) {
+    erreur_ = true;
+    return;
+  }
+  if (fin_ + texte.size() + 2 > tampon_.size()) {
+    if (!Vider()) return;
+    if (texte.size() + 2 > tampon_.size()) {
+      if (!support_->Ecrire(texte.data(), texte.size()) || !support_->Ecrire("\r\n", 2)) erreur_ = true;
+      return;
+    }
+  }
+  std::memcpy(tampon_.data() + fin_, texte.data(), texte.size());
+  fin_ += texte.size();
+  tampon_[fin_++] = '\r';
+  tampon_[fin_++] = '\n';
+}
+
+bool FluxTexte::Vider() {
+  if (erreur_) return false;
+  if (fin_ > 0) {
+    if (!support_->Ecrire(tampon_.data(), fin_)) erreur_ = true;
+    fin_ = 0;
+  }
+  return !erreur_;
+}
+
+bool FluxTexte::Close() {
+  if (!support_) return false;
+  const bool ok = ecriture_ ? Vider() : !erreur_;
+  const bool ferme = support_->Fermer();
+  support_.reset();
+  tampon_.clear();
+  tampon_.shrink_to_fit();
+  return ok && ferme;
+}
+
+bool OuvrirFichierLecture(FluxTexte& flux, const std::string& nom, SystemeFichiers& systeme) {
+  auto support = systeme.OuvrirLecture(nom);
+  if (!support) return false;
+  flux.Attacher(std::move(support), false);
+  return true;
+}
+
+bool CreerFichierEcriture(FluxTexte& flux, const std::string& nom, SystemeFichiers& systeme,
+                          std::initializer_list<const FluxTexte*> proteges) {
+  const SupportFichier* ouverts[4] = {};
+  std::size_t n = 0;
+  for (const FluxTexte* p : proteges) {
+    if (p != nullptr && p->Support() != nullptr && n < 4) ouverts[n++] = p->Support();
+  }
+  auto support = systeme.CreerEcriture(nom, std::span<const SupportFichier* const>(ouverts, n));
+  if (!support) return false;
+  flux.Attacher(std::move(support), true);
+  return true;
+}
+
+bool FermerFichier(FluxTexte& flux) { return flux.Close(); }
+
+}  // namespace quillon

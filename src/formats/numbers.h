@@ -1,0 +1,52 @@
+// Numbers in the point files: reading and writing, with a point as decimal
+// separator whatever the locale.
+//
+// A number is: optional spaces, an optional sign ("+" or "-") directly
+// before the digits, digits with at most one decimal point (at least one
+// digit in all), optional spaces. So "12.", ".5" and " -3 " are numbers;
+// "1e5", "1,5", "- 5", "" and "   " are not.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace quillon {
+
+// The numeric test.
+bool EstNumerique(std::string_view texte);
+
+// Decimal conversion to the double nearest to the text; false when the text
+// is not a number.
+bool ConvertirDecimal(std::string_view texte, double& valeur);
+
+// Integer conversion: the number rounded to the nearest integer, a half to
+// the even one (exactly, on the decimal text); false when the text is not a
+// number or the result lies outside -32768..32767.
+bool ConvertirEntier(std::string_view texte, int16_t& valeur);
+
+// Pattern "#": decimal digits, minus sign when negative, 0 gives "".
+void AjouterEntierDiese(std::string& sortie, long long n);
+// Pattern "0", "000", "0000": at least `chiffres` digits, zero-padded.
+void AjouterEntierZeros(std::string& sortie, long long n, int chiffres);
+// Patterns "#.0" (decimales 1) and "#.000" (decimales 3): correctly rounded,
+// no digit before the point when the integer part is 0 (".5", ".000"), and no
+// sign on a number that rounds to zero. False (nothing appended) when the
+// number cannot be written (not finite).
+bool AjouterDecimal(std::string& sortie, double valeur, int decimales);
+
+// Appends `texte` right-aligned in `largeur` bytes (blanks on the left).
+// A longer text is appended whole, not cut, and the result is false.
+bool AjouterADroite(std::string& sortie, std::string_view texte, std::size_t largeur);
+
+// Removes leading and trailing spaces (only spaces, not tabs).
+std::string_view Rogner(std::string_view texte);
+
+// The bytes of a column range (1-based first column, width); the part
+// beyond the end of the line is absent, possibly all of it.
+inline std::string_view Colonnes(std::string_view ligne, std::size_t premiere, std::size_t largeur) {
+  if (premiere > ligne.size()) return {};
+  return ligne.substr(premiere - 1, largeur);
+}
+
+}  // namespace quillon

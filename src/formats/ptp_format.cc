@@ -1,0 +1,67 @@
+#include "formats/ptp_format.h"
+
+#include "formats/field_readers.h"
+#include "formats/field_writers.h"
+#include "model/value_lookups.h"
+
+namespace quillon {
+
+bool LireLignePtPrecFiab(std::string_view ligne, Point& point, Journal& journal) {
+  bool ok = LireTheme(ligne, point.Theme, journal);
+  ok &= LireCommune(ligne, point.NoCommune, journal);
+  ok &= LirePlan(ligne, point.NoPlan, journal);
+  ok &= LireNumeroPoint(ligne, point.NoPoint, journal);
+  ok &= LireNature(ligne, point.Nature, journal);
+  ok &= LireFichePFP3(ligne, point.FichePFP3, journal);
+  ok &= LireFiabPlan(ligne, point.FiabPlan, journal);
+  ok &= LirePrecPlan(ligne, point.PrecPlan, journal);
+  ok &= LireCoordonneeY(ligne, point.CoordY, journal);
+  ok &= LireCoordonneeX(ligne, point.CoordX, journal);
+  ok &= LireAltitude(ligne, point.Altitude, journal);
+  ok &= LireFiabAlt(ligne, point.Altitude, point.FiabAlt, journal);
+  ok &= LirePrecAlt(ligne, point.Altitude, point.PrecAlt, journal);
+  ok &= LireCommentaire(ligne, point.Commentaire, journal);
+  ok &= LireType(ligne, point.Type, journal);
+  if (!ok) journal.EcrireLog(true, false, false, false, ligne);
+  return ok;
+}
+
+bool EcrireLignePtPrecFiab(std::string_view ligneSource, const Point& point, int16_t classeEchelle,
+                           int32_t groupeTheme, std::string& cible, Journal& journal) {
+  cible.clear();
+  const bool substitution = point.Theme == kThemeBlanc && (point.Nature == 5 || point.Nature == 6);
+  bool ok = EcrireThemePtPrecFiab(cible, point.Theme, groupeTheme, substitution, journal);
+  ok &= EcrireCommune(cible, point.NoCommune, journal);
+  ok &= EcrirePlan(cible, point.NoPlan, journal);
+  ok &= EcrireNumeroPoint(cible, point.NoPoint, journal);
+  ok &= EcrireNature(cible, point.Nature, journal);
+  ok &= EcrireFichePFP3(cible, point.FichePFP3, journal);
+
+  TextesPrecFiab textes{"     ", " ", "     ", " "};
+  ok &= EcrirePrecFiabPlan(textes, point.Theme, point.Valeur, classeEchelle, journal);
+  cible += textes.FiabPlan;
+  cible += textes.PrecPlan;
+
+  cible += ' ';
+  ok &= EcrireCoordonneeY(cible, point.CoordY, journal);
+  cible += ' ';
+  ok &= EcrireCoordonneeX(cible, point.CoordX, journal);
+  cible += ' ';
+  ok &= EcrireAltitude(cible, point.Altitude, journal);
+  if (point.Altitude == 0) {
+    cible.append(8, ' ');
+  } else {
+    cible += ' ';
+    cible += textes.FiabAlt;
+    cible += textes.PrecAlt;
+    cible += ' ';
+  }
+  cible += point.Commentaire;
+  cible += ' ';
+  cible += point.Type;
+
+  if (!ok) journal.EcrireLog(false, false, false, false, ligneSource);
+  return ok;
+}
+
+}  // namespace quillon

@@ -1,0 +1,65 @@
+#include "formats/ptv_format.h"
+
+#include "formats/field_readers.h"
+#include "formats/field_writers.h"
+#include "model/value_lookups.h"
+
+namespace quillon {
+
+bool LireLignePtVal(std::string_view ligne, Point& point, Journal& journal) {
+  bool ok = LireTheme(ligne, point.Theme, journal);
+  ok &= LireCommune(ligne, point.NoCommune, journal);
+  ok &= LirePlan(ligne, point.NoPlan, journal);
+  ok &= LireNumeroPoint(ligne, point.NoPoint, journal);
+  ok &= LireNature(ligne, point.Nature, journal);
+  ok &= LireFichePFP3(ligne, point.FichePFP3, journal);
+  ok &= LireFiabilite(ligne, point.Fiabilite, journal);
+  ok &= LireValeur(ligne, point.Valeur, journal);
+  ok &= LireCoordonneeY(ligne, point.CoordY, journal);
+  ok &= LireCoordonneeX(ligne, point.CoordX, journal);
+  ok &= LireAltitude(ligne, point.Altitude, journal);
+  ok &= LireCommentaire(ligne, point.Commentaire, journal);
+  ok &= LireType(ligne, point.Type, journal);
+  if (!ok) journal.EcrireLog(true, false, false, false, ligne);
+  return ok;
+}
+
+bool EcrireLignePtVal(std::string_view ligneSource, bool valeurConnue, const Point& point, std::string& cible,
+                      Journal& journal) {
+  cible.clear();
+  bool champsOk = EcrireThemePtVal(cible, point.Theme, journal);
+  champsOk &= EcrireCommune(cible, point.NoCommune, journal);
+  champsOk &= EcrirePlan(cible, point.NoPlan, journal);
+  champsOk &= EcrireNumeroPoint(cible, point.NoPoint, journal);
+  champsOk &= EcrireNature(cible, point.Nature, journal);
+  if (point.Theme == 1 || point.Theme == 71 || point.Theme == 81) {
+    champsOk &= EcrireFichePFP3(cible, point.FichePFP3, journal);
+  } else {
+    cible += ' ';
+  }
+  cible += 'R';
+
+  // A theme without a value table leaves the column blank, two wide.
+  std::string texteValeur = "  ";
+  const bool valeurOk = valeurConnue ? EcrireValeurConnue(texteValeur, point.Valeur, journal)
+                                     : EcrireValeur(texteValeur, point.Theme, point.PrecPlan, point.FiabPlan, journal);
+  cible += ' ';
+  cible += texteValeur;
+  cible += ". ";
+
+  cible += ' ';
+  champsOk &= EcrireCoordonneeY(cible, point.CoordY, journal);
+  cible += ' ';
+  champsOk &= EcrireCoordonneeX(cible, point.CoordX, journal);
+  cible += ' ';
+  champsOk &= EcrireAltitude(cible, point.Altitude, journal);
+  cible.append(8, ' ');
+  cible += point.Commentaire;
+  cible += ' ';
+  cible += point.Type;
+
+  if (!champsOk || !valeurOk) journal.EcrireLog(false, false, false, false, ligneSource);
+  return champsOk;
+}
+
+}  // namespace quillon

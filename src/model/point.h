@@ -1,0 +1,51 @@
+// The point record shared by every line reader and writer, and its codes.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace quillon {
+
+// One surveyed point. A run zeroes it once and reuses it for every line:
+// a reader overwrites only the fields it owns, the others keep the values of
+// an earlier line. An altitude of exactly 0 means "no altitude".
+struct Point {
+  int32_t Theme = 0;        // 10 = blank theme column
+  int16_t NoCommune = 0;
+  int16_t NoPlan = 0;
+  std::string NoPoint;      // the column as read, blanks included
+  int32_t Nature = 0;       // 1 to 6
+  int32_t FichePFP3 = 0;    // 1 "O", 2 "N", 3 blank, 0 never set
+  int32_t Fiabilite = 0;    // 3 for "R"
+  int16_t Valeur = 0;       // value code
+  double CoordY = 0;
+  double CoordX = 0;
+  double Altitude = 0;      // 0 = no altitude
+  std::string Commentaire;
+  std::string Type;
+  double PrecPlan = 0;
+  int32_t FiabPlan = 0;     // 1 "O", 2 "N", 0 never set
+  double PrecAlt = 0;
+  int32_t FiabAlt = 0;      // 1 "O", 2 "N", 0 never set
+};
+
+// Yes/no codes of FichePFP3, FiabPlan and FiabAlt.
+inline constexpr int32_t kOui = 1;
+inline constexpr int32_t kNon = 2;
+inline constexpr int32_t kBlanc = 3;  // FichePFP3 only
+
+// Theme given to a blank theme column.
+inline constexpr int32_t kThemeBlanc = 10;
+
+// Theme groups: the theme of situation points.
+inline constexpr int32_t kGroupeCS = 2;
+inline constexpr int32_t kGroupeOD = 3;
+
+// A value code is valid from 11 to 89, with a last digit of 1 to 7 up to 57
+// and of 2 to 9 from 58 on (so 58 and 59 are valid, 60 and 61 are not).
+bool EstValeurValide(int valeur);
+
+// The seven base themes that the MD01 conversion hands to its writer.
+bool EstThemeMD01(int32_t theme);
+
+}  // namespace quillon

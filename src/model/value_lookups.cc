@@ -1,0 +1,157 @@
+#include "model/value_lookups.h"
+
+#include <algorithm>
+
+#include "formats/field_writers.h"
+#include "formats/numbers.h"
+#include "model/ansi.h"
+#include "model/point.h"
+#include "model/value_tables.h"
+
+namespace quillon {
+namespace {
+
+constexpr auto kThemePrecNonSupporte =
+    Ansi(u8"Problème lors de l'écriture des champs PrecPlan et FiabPlan: thème non supporté");
+constexpr auto kRienPF = Ansi(u8"Aucunes PrecPlan, FiabPlan, PrecAlt, FiabAlt définies pour cette valeur");
+constexpr auto kRienPlan = Ansi(u8"Aucunes PrecPlan, FiabPlan définies pour cette valeur");
+constexpr auto kThemeValeurNonSupporte = Ansi(u8"Problème lors de l'écriture du champ Valeur: thème non supporté");
+constexpr auto kMsgValeur = Ansi(u8"Problème lors de l'écriture du champ Valeur");
+constexpr auto kAucuneValeur = Ansi(u8"Aucune Valeur ne correspond à ces PrecPlan FiabPlan");
+constexpr auto kNotePF = Ansi(
+    u8"Comme il s'agit vraisemblablement d'un PFP1 ou PFP2, la ligne a cependant été transférée avec une valeur = 11");
+constexpr auto kNote99 = Ansi(u8"La ligne a cependant été transférée avec une valeur = 99");
+constexpr auto kIncoherent = Ansi(u8"Le couple PrecPlan-FiabPlan n'est pas cohérent");
+constexpr auto kTransferee = Ansi(u8"La ligne a cependant été transférée");
+
+// A note that follows a writing message: not counted.
+void Note(Journal& journal, std::string_view message) { journal.EcrireLog(false, true, true, false, message); }
+
+void TextePrecision(std::string& texte, double precision) {
+  texte.clear();
+  AjouterPrecision(texte, precision);
+}
+
+// The row's planimetric cell at the scale column, or null when nothing is
+// defined there.
+const PrecFiabValeur* Ligne(const TableValeurs& table, int16_t valeur, int16_t echelle, double& precision) {
+  const int colonne = valeur < 59 ? 0 : echelle;
+  if (valeur < 0 || valeur > 100 || colonne < 0 || colonne > 7) return nullptr;
+  const PrecFiabValeur& ligne = table[valeur];
+  precision = ligne.PrecPlan[colonne];
+  return precision == kNonDefini ? nullptr : &ligne;
+}
+
+bool PrecFiabPlan(const TableValeurs& table, TextesPrecFiab& textes, int16_t valeur, int16_t echelle,
+                  std::string_view rien, Journal& journal) {
+  double precision;
+  const PrecFiabValeur* ligne = Ligne(table, valeur, echelle, precision);
+  if (ligne == nullptr) return EchecEcriture(journal, rien);
+  TextePrecision(textes.PrecPlan, precision);
+  textes.FiabPlan = ligne->FiabPlan ? "O" : "N";
+  return true;
+}
+
+// The search of a precision among the cells of rows 1 to 100, columns 0 to
+// 6, in that order; a precision occurs in at most one cell, so the sorted
+// index finds the same code. The not-defined marker cells are not searched:
+// a precision of -1 takes the table's fallback code like any other miss.
+bool Valeur(const TableValeurs& table, std::string& texte, double precPlan, int32_t fiabPlan,
+            std::string_view repli, std::string_view note, Journal& journal) {
+  const auto it = std::lower_bound(table.index.begin(), table.index.end(), precPlan,
+                                   [](const TableValeurs::Entree& e, double p) { return e.precision < p; });
+  if (it == table.index.end() || it->precision != precPlan) {
+    texte = repli;
+    EchecEcriture(journal, kAucuneValeur);
+    Note(journal, note);
+    return false;
+  }
+  texte.clear();
+  AjouterADroite(texte, std::to_string(it->valeur), 2);
+  const bool fiable = fiabPlan == kOui;
+  if (fiable != table[it->valeur].FiabPlan) {
+    EchecEcriture(journal, kIncoherent);
+    Note(journal, kTransferee);
+    return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+bool EcrirePrecFiabPF(TextesPrecFiab& textes, int16_t Valeur, int16_t Echelle, Journal& journal) {
+  const TableValeurs& table = Tables().PF;
+  if (!PrecFiabPlan(table, textes, Valeur, Echelle, kRienPF, journal)) return false;
+  const PrecFiabValeur& ligne = table[Valeur];
+  if (ligne.PrecAlt == kNonDefini) {
+    textes.PrecAlt = "     ";
+    textes.FiabAlt = " ";
+  } else {
+    TextePrecision(textes.PrecAlt, ligne.PrecAlt);
+    textes.FiabAlt = ligne.FiabAlt ? "O" : "N";
+  }
+  return true;
+}
+
+bool EcrirePrecFiabBF(TextesPrecFiab& textes, int16_t Valeur, int16_t Echelle, Journal& journal) {
+  return PrecFiabPlan(Tables().BF, textes, Valeur, Echelle, kRienPlan, journal);
+}
+
+bool EcrirePrecFiabCSOD(TextesPrecFiab& textes, int16_t Valeur, int16_t Echelle, Journal& journal) {
+  return PrecFiabPlan(Tables().CSOD, textes, Valeur, Echelle, kRienPlan, journal);
+}
+
+bool EcrirePrecFiabPlan(TextesPrecFiab& textes, int32_t Theme, int16_t Valeur, int16_t Echelle, Journal& journal) {
+  bool ok;
+  switch (Theme) {
+    case 1: case 71: case 81:
+      return EcrirePrecFiabPF(textes, Valeur, Echelle, journal);
+    case 6: case 76: case 86:
+      ok = EcrirePrecFiabBF(textes, Valeur, Echelle, journal);
+      break;
+    case 2: case 3: case 10: case 72: case 73: case 82: case 83:
+      ok = EcrirePrecFiabCSOD(textes, Valeur, Echelle, journal);
+      break;
+    default:
+      return EchecEcriture(journal, kThemePrecNonSupporte);
+  }
+  textes.PrecAlt = "     ";
+  textes.FiabAlt = " ";
+  return ok;
+}
+
+bool EcrireValeurPF(std::string& TexteValeur, double PrecPlan, int32_t FiabPlan, Journal& journal) {
+  return Valeur(Tables().PF, TexteValeur, PrecPlan, FiabPlan, "11", kNotePF, journal);
+}
+
+bool EcrireValeurBF(std::string& TexteValeur, double PrecPlan, int32_t FiabPlan, Journal& journal) {
+  return Valeur(Tables().BF, TexteValeur, PrecPlan, FiabPlan, "99", kNote99, journal);
+}
+
+bool EcrireValeurCSOD(std::string& TexteValeur, double PrecPlan, int32_t FiabPlan, Journal& journal) {
+  return Valeur(Tables().CSOD, TexteValeur, PrecPlan, FiabPlan, "99", kNote99, journal);
+}
+
+bool EcrireValeur(std::string& TexteValeur, int32_t Theme, double PrecPlan, int32_t FiabPlan, Journal& journal) {
+  switch (Theme) {
+    case 1: case 71: case 81:
+      return EcrireValeurPF(TexteValeur, PrecPlan, FiabPlan, journal);
+    case 6: case 76: case 86:
+      return EcrireValeurBF(TexteValeur, PrecPlan, FiabPlan, journal);
+    case 2: case 3: case 72: case 73: case 82: case 83:
+      return EcrireValeurCSOD(TexteValeur, PrecPlan, FiabPlan, journal);
+    default:
+      return EchecEcriture(journal, kThemeValeurNonSupporte);
+  }
+}
+
+bool EcrireValeurConnue(std::string& TexteValeur, int16_t Valeur, Journal& journal) {
+  std::string texte;
+  AjouterEntierZeros(texte, Valeur, 1);
+  if (texte.size() > 2) return EchecEcriture(journal, kMsgValeur);
+  TexteValeur.clear();
+  AjouterADroite(TexteValeur, texte, 2);
+  return true;
+}
+
+}  // namespace quillon
