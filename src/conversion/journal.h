@@ -32,8 +32,10 @@ class Journal {
   // source (whose line counter numbers the messages) and the target (which
   // the log must never be created over).
   void Attacher(SystemeFichiers& systeme, const FluxTexte& source, const FluxTexte* cible);
-  // Line numbers from a bare counter (the number of the next line).
+  // Line numbers from a bare counter (the number of the next line), and the
+  // file service alone: for a log used outside a run.
   void SuivreLignes(const int64_t* compteur) { compteur_ = compteur; }
+  void UtiliserSysteme(SystemeFichiers& systeme) { systeme_ = &systeme; }
 
   void CompterLigneIgnoree() { ++NbLignesIgnorees; }
   // Writes one log line, creating the log file first if it is not open:

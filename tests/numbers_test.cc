@@ -1,0 +1,129 @@
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cmath>
+
+#include "formats/numbers.h"
+
+namespace quillon {
+namespace {
+
+struct CasDecimal {
+  const char* texte;
+  bool valide;
+  double valeur;
+};
+
+TEST(Nombres, ConversionDecimale) {
+  const CasDecimal cas[] = {
+      {"12.", true, 12},       {".5", true, 0.5},        {"-3", true, -3},         {"+3", true, 3},
+      {"  538000.500", true, 538000.5}, {"8.2  ", true, 8.2}, {"-.25", true, -0.25}, {"0", true, 0},
+      {"1e5", false, 0},       {"1,5", false, 0},        {"- 5", false, 0},        {"", false, 0},
+      {"     ", false, 0},     {".", false, 0},          {"1.2.3", false, 0},      {"12a", false, 0},
+      {"\t1", false, 0},       {"--1", false, 0},        {"1 2", false, 0},        {"0x10", false, 0},
+  };
+  for (const CasDecimal& c : cas) {
+    double v = 99;
+    EXPECT_EQ(ConvertirDecimal(c.texte, v), c.valide) << c.texte;
+    EXPECT_EQ(EstNumerique(c.texte), c.valide) << c.texte;
+    if (c.valide) {
+      EXPECT_EQ(v, c.valeur) << c.texte;
+    }
+    if (!c.valide) {
+      EXPECT_EQ(v, 99) << "a failed conversion stores nothing: " << c.texte;
+    }
+  }
+}
+
+TEST(Nombres, ConversionDecimaleIgnoreLaLocale) {
+  const char* avant = std::setlocale(LC_NUMERIC, nullptr);
+  const std::string sauve = avant != nullptr ? avant : "C";
+  if (std::setlocale(LC_NUMERIC, "fr_FR.UTF-8") == nullptr) GTEST_SKIP() << "fr_FR.UTF-8 not installed";
+  double v = 0;
+  EXPECT_TRUE(ConvertirDecimal("8.2", v));
+  EXPECT_EQ(v, 8.2);
+  EXPECT_FALSE(ConvertirDecimal("8,2", v));
+  std::string s;
+  AjouterDecimal(s, 8.25, 3);
+  EXPECT_EQ(s, "8.250");
+  std::setlocale(LC_NUMERIC, sauve.c_str());
+}
+
+struct CasEntier {
+  const char* texte;
+  bool valide;
+  int valeur;
+};
+
+TEST(Nombres, ConversionEntiereArrondiAuPair) {
+  const CasEntier cas[] = {
+      {"  12", true, 12},     {" 400", true, 400},     {"12.5", true, 12},      {"13.5", true, 14},
+      {"12.51", true, 13},    {"12.500001", true, 13}, {"-2.5", true, -2},      {"-3.5", true, -4},
+      {"0.5", true, 0},       {"1.49999", true, 1},    {"32767", true, 32767},  {"-32768", true, -32768},
+      {"32767.5", false, 0},  {"32768", false, 0},     {"-32769", false, 0},    {"99999999999", false, 0},
+      {"32767.4", true, 32767}, {"", false, 0},        {"    ", false, 0},      {"1e2", false, 0},
+  };
+  for (const CasEntier& c : cas) {
+    int16_t v = 7;
+    EXPECT_EQ(ConvertirEntier(c.texte, v), c.valide) << c.texte;
+    if (c.valide) {
+      EXPECT_EQ(v, c.valeur) << c.texte;
+    }
+  }
+}
+
+struct CasFormat {
+  double valeur;
+  int decimales;
+  const char* attendu;
+};
+
+TEST(Nombres, MotifsDecimaux) {
+  const CasFormat cas[] = {
+      {0.5, 1, ".5"},          {0, 1, ".0"},           {0, 3, ".000"},          {3.5, 1, "3.5"},
+      {538123.45, 3, "538123.450"}, {2538123.456, 3, "2538123.456"}, {0.0004, 3, ".000"},
+      {-0.5, 1, "-.5"},        {-12.25, 1, "-12.2"},   {0.05, 1, ".1"},          {-0.04, 1, ".0"},
+      {999.95, 1, "1000.0"},   {230.9, 1, "230.9"},    {8.2, 1, "8.2"},          {-0.0, 3, ".000"},
+  };
+  for (const CasFormat& c : cas) {
+    std::string s = "[";
+    EXPECT_TRUE(AjouterDecimal(s, c.valeur, c.decimales));
+    EXPECT_EQ(s, std::string("[") + c.attendu) << c.valeur;
+  }
+  std::string s;
+  EXPECT_FALSE(AjouterDecimal(s, std::nan(""), 1));
+  EXPECT_FALSE(AjouterDecimal(s, INFINITY, 3));
+  EXPECT_TRUE(AjouterDecimal(s, 1e300, 3));  // long, but a number
+}
+
+TEST(Nombres, MotifsEntiersEtAlignement) {
+  std::string s;
+  AjouterEntierDiese(s, 0);
+  EXPECT_EQ(s, "");
+  AjouterEntierDiese(s, -42);
+  EXPECT_EQ(s, "-42");
+  s.clear();
+  AjouterEntierZeros(s, 5, 3);
+  AjouterEntierZeros(s, 45, 4);
+  AjouterEntierZeros(s, 12345, 4);
+  EXPECT_EQ(s, "005004512345");
+
+  s = "|";
+  EXPECT_TRUE(AjouterADroite(s, "1", 4));
+  EXPECT_TRUE(AjouterADroite(s, "2999", 4));
+  EXPECT_FALSE(AjouterADroite(s, "12345", 4));
+  EXPECT_EQ(s, "|   1299912345") << "a text too long is not cut";
+}
+
+TEST(Nombres, ColonnesEtRognage) {
+  EXPECT_EQ(Colonnes("abcdef", 3, 2), "cd");
+  EXPECT_EQ(Colonnes("abcdef", 5, 4), "ef");
+  EXPECT_EQ(Colonnes("abcdef", 7, 2), "");
+  EXPECT_EQ(Colonnes("abcdef", 9, 2), "");
+  EXPECT_EQ(Rogner("  a b  "), "a b");
+  EXPECT_EQ(Rogner("\ta "), "\ta") << "only spaces are trimmed";
+  EXPECT_EQ(Rogner("    "), "");
+}
+
+}  // namespace
+}  // namespace quillon
