@@ -53,7 +53,7 @@ class Deroulement {
     FichierTexte& cible = r_.FichierCible;
     if (source.Flux.EnErreur()) return Abandonner(MessageFatal(source.Nom, RaisonFatale::Lecture));
     if (!cible.Flux.Vider()) return Abandonner(MessageFatal(cible.Nom, RaisonFatale::Ecriture));
-    if (journal_.EnEchec()) return Abandonner(journal_.MessageEchec());
+    if (!journal_.Vider()) return Abandonner(journal_.MessageEchec());
 
     journal_.EcrireBilan(*r_.affichage);
     if (!journal_.FermerLog() || journal_.EnEchec()) {

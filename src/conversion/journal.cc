@@ -68,6 +68,12 @@ bool Journal::FermerLog() {
   return ferme;
 }
 
+bool Journal::Vider() {
+  if (EnEchec()) return false;
+  if (LogOuvert && !FichierLog.Flux.Vider()) echec_ = MessageFatal(FichierLog.Nom, RaisonFatale::Ecriture);
+  return !EnEchec();
+}
+
 void Journal::InitialiserLog() {
   if (LogOuvert) FermerLog();
   NbErreursLecture = 0;

@@ -45,6 +45,9 @@ class Journal {
   void EcrireLog(bool Lecture, bool AvecLigne, bool AvecPrefixe, bool CompterErreur,
                  std::string_view Message);
   bool FermerLog();
+  // Writes out what the log holds so far, so that a full disk shows before
+  // the summary does; false (and the log failed) on error.
+  bool Vider();
   void InitialiserLog();
   // Shows the summary, then writes it into the log.
   void EcrireBilan(Affichage& affichage);
