@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <charconv>
 #include <clocale>
 #include <cmath>
 
@@ -123,6 +124,57 @@ TEST(Nombres, ColonnesEtRognage) {
   EXPECT_EQ(Rogner("  a b  "), "a b");
   EXPECT_EQ(Rogner("\ta "), "\ta") << "only spaces are trimmed";
   EXPECT_EQ(Rogner("    "), "");
+}
+
+}  // namespace
+}  // namespace quillon
+
+namespace quillon {
+namespace {
+
+// Every short decimal converts to exactly the double that the general
+// conversion gives.
+TEST(Nombres, ConversionRapideIdentiqueALaConversionGenerale) {
+  const char* textes[] = {"0.1", "0.3", "8.2", "230.9", "2600000.123", "1200000.001", "999999999.999",
+                          "123456789012345", "1234567890.12345", "0.000000000000001", "9007199254740993",
+                          "-538000.5", "4503599627370497.5", "0.30000000000000004"};
+  for (const char* t : textes) {
+    double rapide = 0, general = 0;
+    ASSERT_TRUE(ConvertirDecimal(t, rapide));
+    const std::string_view v(t);
+    const bool negatif = v[0] == '-';
+    std::from_chars(t + negatif, t + v.size(), general);
+    if (negatif) general = -general;
+    EXPECT_EQ(rapide, general) << t;
+  }
+}
+
+}  // namespace
+}  // namespace quillon
+
+namespace quillon {
+namespace {
+
+// The short formatting path agrees with the general one on ties, near-ties
+// and ordinary values.
+TEST(Nombres, FormatRapideIdentiqueAuFormatGeneral) {
+  std::vector<double> valeurs = {0.0005, 0.0015, 0.0025, 1.0005, 2.675, 0.125, 0.375, 1e14 + 0.5, -0.0005,
+                                 -2.5e-4, 999.95, 0.05, 0.15, 0.25, 0.35, 538000.5, 2538123.4565};
+  for (int i = 1; i < 20000; ++i) valeurs.push_back(i * 0.0005 + 1000.0);
+  for (int i = 1; i < 2000; ++i) valeurs.push_back(i / 8.0);
+  for (double v : valeurs) {
+    for (int decimales : {1, 3}) {
+      std::string rapide;
+      AjouterDecimal(rapide, v, decimales);
+      char tampon[64];
+      const auto r = std::to_chars(tampon, tampon + sizeof tampon, v, std::chars_format::fixed, decimales);
+      std::string general(tampon, r.ptr);
+      if (general.rfind("-0.", 0) == 0) general.erase(1, 1);
+      if (general.rfind("0.", 0) == 0) general.erase(0, 1);
+      if (general.find_first_not_of("-0.") == std::string::npos && general[0] == '-') general.erase(0, 1);
+      EXPECT_EQ(rapide, general) << v << " with " << decimales;
+    }
+  }
 }
 
 }  // namespace

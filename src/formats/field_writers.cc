@@ -35,12 +35,18 @@ bool AjouterCodeTheme(std::string& ligne, int32_t theme) {
 }
 
 bool EcrireNombreADroite(std::string& ligne, double valeur, int decimales, std::size_t largeur) {
-  std::string texte;  // short enough to stay in the string itself
-  if (!AjouterDecimal(texte, valeur, decimales)) {
+  const std::size_t debut = ligne.size();
+  if (!AjouterDecimal(ligne, valeur, decimales)) {
     ligne.append(largeur, ' ');
     return false;
   }
-  return AjouterADroite(ligne, texte, largeur);
+  return AlignerADroite(ligne, debut, largeur);
+}
+
+bool EcrireEntierADroite(std::string& ligne, long long valeur, std::size_t largeur) {
+  const std::size_t debut = ligne.size();
+  AjouterEntierDiese(ligne, valeur);
+  return AlignerADroite(ligne, debut, largeur);
 }
 
 bool EcrireCoordonnee(std::string& ligne, double valeur, std::string_view message, Journal& journal) {
@@ -87,16 +93,12 @@ bool EcrireThemeMD01(std::string& ligne, int32_t theme, Journal& journal) {
 }
 
 bool EcrireCommune(std::string& ligne, int16_t commune, Journal& journal) {
-  std::string texte;
-  AjouterEntierDiese(texte, commune);
-  if (!AjouterADroite(ligne, texte, 4)) return EchecEcriture(journal, kMsgCommune);
+  if (!EcrireEntierADroite(ligne, commune, 4)) return EchecEcriture(journal, kMsgCommune);
   return true;
 }
 
 bool EcrirePlan(std::string& ligne, int16_t plan, Journal& journal) {
-  std::string texte;
-  AjouterEntierDiese(texte, plan);
-  if (!AjouterADroite(ligne, texte, 4)) return EchecEcriture(journal, kMsgPlan);
+  if (!EcrireEntierADroite(ligne, plan, 4)) return EchecEcriture(journal, kMsgPlan);
   return true;
 }
 

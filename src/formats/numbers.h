@@ -39,6 +39,11 @@ bool AjouterDecimal(std::string& sortie, double valeur, int decimales);
 // A longer text is appended whole, not cut, and the result is false.
 bool AjouterADroite(std::string& sortie, std::string_view texte, std::size_t largeur);
 
+// Right-aligns in `largeur` bytes the text appended to `ligne` since
+// position `debut`, by inserting blanks before it; false when it is longer
+// (it is left whole).
+bool AlignerADroite(std::string& ligne, std::size_t debut, std::size_t largeur);
+
 // Removes leading and trailing spaces (only spaces, not tabs).
 std::string_view Rogner(std::string_view texte);
 

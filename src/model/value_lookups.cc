@@ -67,7 +67,8 @@ bool Valeur(const TableValeurs& table, std::string& texte, double precPlan, int3
     return false;
   }
   texte.clear();
-  AjouterADroite(texte, std::to_string(it->valeur), 2);
+  AjouterEntierZeros(texte, it->valeur, 1);
+  AlignerADroite(texte, 0, 2);
   const bool fiable = fiabPlan == kOui;
   if (fiable != table[it->valeur].FiabPlan) {
     EchecEcriture(journal, kIncoherent);
