@@ -1,0 +1,10 @@
+// The windowed program: the main window and its dialogs. quillon starts it
+// when it is given no argument.
+#include "conversion/run_settings.h"
+#include "ui/windowed_mode.h"
+
+int main(int argc, char** argv) {
+  quillon::ReglagesExecution reglages;
+  quillon::InitialiserTables(reglages);
+  return quillon::ModeFenetre(argc, argv, reglages);
+}

@@ -1,0 +1,48 @@
+// frmAPropos: names the program, its version and purpose, carries the
+// disclaimer, and starts the System Information tool.
+//
+// OK is both the default and the cancel button: Enter and Escape close the
+// box as it does. Closing unloads it, and the next showing loads it anew.
+#pragma once
+
+#include <QDialog>
+
+#include "ui/seams.h"
+
+namespace quillon {
+
+// Starts the System Information tool where the registry says it is: the
+// program named by "PATH" under "SOFTWARE\Microsoft\Shared Tools\MSINFO" when
+// that value exists; otherwise "MSINFO32.EXE" in the folder named by "MSINFO"
+// under "SOFTWARE\Microsoft\Shared Tools Location", if the file is there.
+// When that gives no program, or the program does not start, one message box
+// says the tool is unavailable. The tool runs on its own; nothing waits.
+void StartSysInfo(Registre& registre, Programmes& programmes, BoitesMessages& messages, QWidget* parent);
+
+class frmAPropos : public QDialog {
+  Q_OBJECT
+
+ public:
+  frmAPropos(Services& services, QWidget* parent);
+
+  // Shows the box without waiting for it, loading it first when it is not
+  // loaded.
+  void Afficher();
+  bool Charge() const { return charge_; }
+
+ public slots:
+  void Form_Load();
+  void cmdOK_Click();
+  void cmdSysInfo_Click();
+
+ protected:
+  void paintEvent(QPaintEvent* evenement) override;
+  void done(int resultat) override;
+
+ private:
+  Services& services_;
+  double echelle_;
+  bool charge_ = false;
+};
+
+}  // namespace quillon

@@ -1,0 +1,73 @@
+// What the windows ask of the platform, each behind a small interface: the
+// standard file dialogs, message boxes, ending the program, testing for a
+// file and starting another program. The windowed mode hands the windows the
+// real ones (seams_qt.h); the tests hand them fakes.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include <QString>
+
+class QWidget;
+
+namespace quillon {
+
+class Registre;
+
+// A file confirmed in an open or save dialog.
+struct FichierChoisi {
+  std::string nom;      // the path as the file services take it (OS bytes)
+  int indexFiltre = 0;  // 1-based: the filter selected when the user confirmed
+};
+
+// The standard open and save dialogs. The filter is given as pairs of a
+// description and a pattern, all separated by "|"
+// ("Points avec valeur (*.ptv)|*.ptv|..."), and the filter index is 1-based.
+// No value means the user cancelled.
+class DialoguesFichiers {
+ public:
+  virtual ~DialoguesFichiers() = default;
+  virtual std::optional<FichierChoisi> Ouvrir(QWidget* parent, const QString& titre, const QString& filtre,
+                                              int indexFiltre) = 0;
+  virtual std::optional<FichierChoisi> EnregistrerSous(QWidget* parent, const QString& titre,
+                                                       const QString& filtre, int indexFiltre) = 0;
+};
+
+// Message boxes with a single OK button; each waits until it is dismissed.
+class BoitesMessages {
+ public:
+  virtual ~BoitesMessages() = default;
+  // No icon; the text is shown as given, "\r\n" separating its lines.
+  virtual void Message(QWidget* parent, const QString& titre, const QString& texte) = 0;
+  // Captioned "Erreur fatale", with the error icon.
+  virtual void ErreurFatale(QWidget* parent, const QString& texte) = 0;
+};
+
+// Ends the program: every window goes, and the event loop stops once the
+// handler that asked has returned. Nothing is asked of the user.
+class FinProgramme {
+ public:
+  virtual ~FinProgramme() = default;
+  virtual void Terminer() = 0;
+};
+
+// Files and programs of the machine, by path (OS bytes).
+class Programmes {
+ public:
+  virtual ~Programmes() = default;
+  virtual bool FichierExiste(const std::string& chemin) = 0;
+  // Starts the program without waiting for it; false when it cannot start.
+  virtual bool Demarrer(const std::string& chemin) = 0;
+};
+
+// Everything the windows reach the platform through.
+struct Services {
+  DialoguesFichiers& dialogues;
+  BoitesMessages& messages;
+  FinProgramme& fin;
+  Registre& registre;
+  Programmes& programmes;
+};
+
+}  // namespace quillon

@@ -1,0 +1,91 @@
+#include "ui/seams_qt.h"
+
+#include <QApplication>
+#include <QByteArray>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QProcess>
+#include <QWidget>
+
+namespace quillon {
+namespace {
+
+using DialogueQt = QString (*)(QWidget*, const QString&, const QString&, const QString&, QString*,
+                               QFileDialog::Options);
+
+std::optional<FichierChoisi> Choisir(DialogueQt dialogue, QWidget* parent, const QString& titre,
+                                     const QString& filtre, int indexFiltre) {
+  const QStringList filtres = FiltresQt(filtre);
+  QString selection = filtres.value(indexFiltre - 1);
+  const QString nom = dialogue(parent, titre, QString(), filtres.join(QStringLiteral(";;")), &selection,
+                               QFileDialog::Options());
+  if (nom.isEmpty()) return std::nullopt;
+  const QByteArray octets = QFile::encodeName(nom);
+  return FichierChoisi{std::string(octets.constData(), static_cast<std::size_t>(octets.size())),
+                       static_cast<int>(filtres.indexOf(selection)) + 1};
+}
+
+// The "\r\n" between the lines of a message, as a label shows line ends.
+QString TexteAffiche(QString texte) { return texte.replace(QStringLiteral("\r\n"), QStringLiteral("\n")); }
+
+}  // namespace
+
+QStringList FiltresQt(const QString& filtre) {
+  const QStringList morceaux = filtre.split(QLatin1Char('|'));
+  QStringList filtres;
+  for (qsizetype i = 0; i + 1 < morceaux.size(); i += 2) {
+    const QString& description = morceaux[i];
+    const QString& motif = morceaux[i + 1];
+    if (description.contains(QLatin1Char('(') + motif + QLatin1Char(')'))) {
+      filtres << description;
+    } else {
+      filtres << description + QStringLiteral(" (") + motif + QLatin1Char(')');
+    }
+  }
+  return filtres;
+}
+
+std::optional<FichierChoisi> DialoguesFichiersQt::Ouvrir(QWidget* parent, const QString& titre,
+                                                         const QString& filtre, int indexFiltre) {
+  return Choisir(&QFileDialog::getOpenFileName, parent, titre, filtre, indexFiltre);
+}
+
+std::optional<FichierChoisi> DialoguesFichiersQt::EnregistrerSous(QWidget* parent, const QString& titre,
+                                                                  const QString& filtre, int indexFiltre) {
+  return Choisir(&QFileDialog::getSaveFileName, parent, titre, filtre, indexFiltre);
+}
+
+void BoitesMessagesQt::Message(QWidget* parent, const QString& titre, const QString& texte) {
+  QMessageBox boite(QMessageBox::NoIcon, titre, TexteAffiche(texte), QMessageBox::Ok, parent);
+  boite.setTextFormat(Qt::PlainText);
+  boite.exec();
+}
+
+void BoitesMessagesQt::ErreurFatale(QWidget* parent, const QString& texte) {
+  QMessageBox boite(QMessageBox::Critical, QStringLiteral("Erreur fatale"), TexteAffiche(texte),
+                    QMessageBox::Ok, parent);
+  boite.setTextFormat(Qt::PlainText);
+  boite.exec();
+}
+
+void FinProgrammeQt::Terminer() {
+  // Hidden rather than closed: a window's own close handler would end the
+  // program a second time.
+  const QWidgetList fenetres = QApplication::topLevelWidgets();
+  for (QWidget* fenetre : fenetres) fenetre->hide();
+  QCoreApplication::exit(0);
+}
+
+bool ProgrammesQt::FichierExiste(const std::string& chemin) {
+  return QFileInfo(QFile::decodeName(QByteArray(chemin.data(), static_cast<qsizetype>(chemin.size())))).isFile();
+}
+
+bool ProgrammesQt::Demarrer(const std::string& chemin) {
+  if (chemin.empty()) return false;
+  return QProcess::startDetached(
+      QFile::decodeName(QByteArray(chemin.data(), static_cast<qsizetype>(chemin.size()))), QStringList());
+}
+
+}  // namespace quillon

@@ -1,0 +1,129 @@
+#include "ui/windowed_mode.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <QApplication>
+#include <QIcon>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
+
+#include "app/console_mode.h"
+#include "conversion/encoding.h"
+#include "conversion/locale.h"
+#include "ui/app_icon.h"
+#include "ui/main_window.h"
+#include "ui/registry.h"
+#include "ui/seams_qt.h"
+#include "ui/windowed_display.h"
+
+namespace quillon {
+namespace {
+
+constexpr int kCodeSansAffichage = 1;
+
+std::string NomProgramme(int argc, char** argv) {
+  if (argc < 1 || argv == nullptr || argv[0] == nullptr || argv[0][0] == '\0') return "quillon";
+  std::string nom = argv[0];
+  const std::size_t barre = nom.find_last_of("/\\");
+  return barre == std::string::npos ? nom : nom.substr(barre + 1);
+}
+
+// The one line that explains why no window opens, in the user's encoding.
+void SignalerSansAffichage(const std::string& programme, const std::string& raison) {
+  const std::string ligne = programme + ": aucun affichage disponible pour la fenêtre principale (" + raison +
+                            "); pour convertir en console: " + programme + " SOURCE CIBLE [ECHELLE THEME]\n";
+  const std::string octets = LocaleEnUtf8() ? ligne : Utf8VersCp1252(ligne);
+  std::fputs(octets.c_str(), stderr);
+  std::fflush(stderr);
+}
+
+bool Defini(const char* variable) {
+  const char* valeur = std::getenv(variable);
+  return valeur != nullptr && valeur[0] != '\0';
+}
+
+// Why no display can be opened, when that can be told before trying.
+std::optional<std::string> RaisonSansAffichage() {
+#if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)
+  if (Defini("QT_QPA_PLATFORM") || Defini("DISPLAY") || Defini("WAYLAND_DISPLAY")) return std::nullopt;
+  return "DISPLAY non défini";
+#else
+  return std::nullopt;
+#endif
+}
+
+// While the application starts, Qt's messages are held back: a display that
+// cannot be opened then gives one line of our own instead of Qt's several,
+// and an exit instead of an abort. Once started, the messages held back go
+// where they would have gone.
+struct MessageRetenu {
+  QtMsgType type;
+  const char* categorie;
+  QString texte;
+};
+QtMessageHandler gGestionnairePrecedent = nullptr;
+std::vector<MessageRetenu>* gMessagesRetenus = nullptr;
+std::string* gProgramme = nullptr;
+
+void RetenirMessage(QtMsgType type, const QMessageLogContext& contexte, const QString& texte) {
+  if (type == QtFatalMsg) {
+    SignalerSansAffichage(*gProgramme, "le module d'affichage de Qt n'a pas pu démarrer");
+    std::_Exit(kCodeSansAffichage);
+  }
+  gMessagesRetenus->push_back({type, contexte.category, texte});
+}
+
+}  // namespace
+
+int ModeFenetre(int argc, char** argv, ReglagesExecution& reglages) {
+  reglages.ModeFenetre = true;
+  std::string programme = NomProgramme(argc, argv);
+  if (const std::optional<std::string> raison = RaisonSansAffichage()) {
+    SignalerSansAffichage(programme, *raison);
+    return kCodeSansAffichage;
+  }
+
+  std::vector<MessageRetenu> retenus;
+  gMessagesRetenus = &retenus;
+  gProgramme = &programme;
+  gGestionnairePrecedent = qInstallMessageHandler(RetenirMessage);
+  QApplication application(argc, argv);
+  qInstallMessageHandler(gGestionnairePrecedent);
+  for (const MessageRetenu& message : retenus) {
+    qt_message_output(message.type, QMessageLogContext(nullptr, 0, nullptr, message.categorie), message.texte);
+  }
+  gMessagesRetenus = nullptr;
+  gProgramme = nullptr;
+
+  QApplication::setApplicationName(QString::fromUtf8(kTitreApplication));
+  QApplication::setWindowIcon(QIcon(IconeApplication()));
+  // The standard dialogs speak the user's language, as the platform's own do.
+  QTranslator traductionQt;
+  if (traductionQt.load(QLocale::system(), QStringLiteral("qtbase"), QStringLiteral("_"),
+                        QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    QApplication::installTranslator(&traductionQt);
+  }
+
+  DialoguesFichiersQt dialogues;
+  BoitesMessagesQt messages;
+  FinProgrammeQt fin;
+  ProgrammesQt programmes;
+  Services services{dialogues, messages, fin, RegistreSysteme(), programmes};
+  AffichageFenetre affichage(messages);
+  reglages.affichage = &affichage;
+
+  frmQuillon fenetre(reglages, services);
+  affichage.DefinirParent(&fenetre);
+  fenetre.show();
+  application.exec();
+  reglages.affichage = nullptr;
+  // The program ends the same way whatever happened.
+  return 0;
+}
+
+}  // namespace quillon

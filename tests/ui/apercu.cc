@@ -1,0 +1,48 @@
+// Shows one window of the windowed front end by name, for taking its
+// picture: quillon_apercu principale|val-prec|dc-val|a-propos
+// The main window is the real one; a dialog is shown over it as the main
+// window shows it, and nothing is converted until one of its buttons is used.
+#include <cstdio>
+#include <cstring>
+
+#include <QApplication>
+
+#include "conversion/run_settings.h"
+#include "ui/about_box.h"
+#include "ui/main_window.h"
+#include "ui/option_dialogs.h"
+#include "ui/registry.h"
+#include "ui/seams_qt.h"
+#include "ui/windowed_display.h"
+
+int main(int argc, char** argv) {
+  const char* nom = argc > 1 ? argv[1] : "";
+  QApplication application(argc, argv);
+  quillon::ReglagesExecution reglages;
+  quillon::InitialiserTables(reglages);
+  reglages.ModeFenetre = true;
+
+  quillon::DialoguesFichiersQt dialogues;
+  quillon::BoitesMessagesQt messages;
+  quillon::FinProgrammeQt fin;
+  quillon::ProgrammesQt programmes;
+  quillon::Services services{dialogues, messages, fin, quillon::RegistreSysteme(), programmes};
+  quillon::AffichageFenetre affichage(messages);
+  reglages.affichage = &affichage;
+  quillon::frmQuillon fenetre(reglages, services);
+  affichage.DefinirParent(&fenetre);
+
+  fenetre.show();
+  if (std::strcmp(nom, "principale") == 0) {
+  } else if (std::strcmp(nom, "val-prec") == 0) {
+    (new quillon::frmConvertirPtValEnPtPrecFiab(reglages, fin, &fenetre))->Afficher();
+  } else if (std::strcmp(nom, "dc-val") == 0) {
+    (new quillon::frmConvertirPtDCEnPtVal(reglages, fin, &fenetre))->Afficher();
+  } else if (std::strcmp(nom, "a-propos") == 0) {
+    (new quillon::frmAPropos(services, &fenetre))->Afficher();
+  } else {
+    std::fputs("usage: quillon_apercu principale|val-prec|dc-val|a-propos\n", stderr);
+    return 2;
+  }
+  return application.exec();
+}
