@@ -135,7 +135,7 @@ bool ArrondirRapide(double valeur, int decimales, int64_t& entier) {
   } else {
     if (decimales > 3 || !(std::fabs(valeur) < 1e15)) return false;
     static constexpr long double kEchelles[] = {1.0L, 10.0L, 100.0L, 1000.0L};
-    entier = static_cast<int64_t>(std::nearbyint(static_cast<long double>(valeur) * kEchelles[decimales]));
+    entier = std::llrint(static_cast<long double>(valeur) * kEchelles[decimales]);
     return true;
   }
 }
