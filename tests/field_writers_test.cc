@@ -92,11 +92,11 @@ TEST(EcrivainsDeChamps, PrecisionsMD01) {
   TextesPrecFiabMD01 t;
   EXPECT_TRUE(EcrirePrecFiabMD01(t, 3.5, 1, 0.5, 2, j.journal));
   EXPECT_EQ(t.PrecPlan, "  3.5");
-  EXPECT_EQ(t.FiabPlan, "0");
+  EXPECT_EQ(t.FiabPlan, '0');
   EXPECT_EQ(t.PrecAlt, "   .5");
-  EXPECT_EQ(t.FiabAlt, "1");
+  EXPECT_EQ(t.FiabAlt, '1');
   EXPECT_TRUE(EcrirePrecFiabMD01(t, 999.9, 0, 0, 0, j.journal));
-  EXPECT_EQ(t.FiabPlan, "1") << "a reliability never set is written as no";
+  EXPECT_EQ(t.FiabPlan, '1') << "a reliability never set is written as no";
   EXPECT_FALSE(EcrirePrecFiabMD01(t, 999.95, 1, 1, 1, j.journal));
   EXPECT_EQ(j.Lignes(),
             std::vector<std::string>{"ECRITURE: ligne 1: " + W("Problème lors de l'écriture des champs Precxxxx et Fiabxxxx")});

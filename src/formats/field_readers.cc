@@ -1,5 +1,7 @@
 #include "formats/field_readers.h"
 
+#include <algorithm>
+
 #include "conversion/encoding.h"
 #include "formats/numbers.h"
 #include "model/point.h"
@@ -31,6 +33,11 @@ bool LireOuiNon(std::string_view texte, int32_t& champ, std::string_view tete, J
 }
 
 }  // namespace
+
+void CopierTexte(std::string& champ, std::string_view texte) {
+  champ.resize(texte.size());
+  std::copy(texte.begin(), texte.end(), champ.begin());
+}
 
 bool RejeterChamp(Journal& journal, std::string_view tete, std::string_view texte, std::string_view fin) {
   std::string message;
@@ -85,7 +92,7 @@ bool LirePlan(std::string_view ligne, int16_t& plan, Journal& journal) {
 }
 
 bool LireNumeroPoint(std::string_view ligne, std::string& numero, Journal& journal) {
-  numero.assign(Colonnes(ligne, 11, 12));
+  CopierTexte(numero, Colonnes(ligne, 11, 12));
   if (!EstNumerique(numero)) return RejeterChamp(journal, kTeteNumeroPoint, numero);
   return true;
 }
@@ -167,12 +174,12 @@ bool LirePrecAlt(std::string_view ligne, double altitude, double& precAlt, Journ
 }
 
 bool LireCommentaire(std::string_view ligne, std::string& commentaire, Journal&) {
-  commentaire.assign(Colonnes(ligne, 73, 12));
+  CopierTexte(commentaire, Colonnes(ligne, 73, 12));
   return true;
 }
 
 bool LireType(std::string_view ligne, std::string& type, Journal&) {
-  type.assign(Colonnes(ligne, 86, 2));
+  CopierTexte(type, Colonnes(ligne, 86, 2));
   return true;
 }
 

@@ -34,6 +34,10 @@ inline constexpr auto kTeteAltitude = Ansi(u8"L'altitude: '");
 inline constexpr auto kTeteFiabAlt = Ansi(u8"La fiabilite altimétrique: '");
 inline constexpr auto kTetePrecAlt = Ansi(u8"La précision altimétrique: '");
 
+// Stores a text field as read. (Plain assign() of a view makes GCC 12 warn
+// falsely about the copy's size once it is inlined across files.)
+void CopierTexte(std::string& champ, std::string_view texte);
+
 // Logs "<tete><texte>' n'est pas valide" as a reading error; returns false.
 bool RejeterChamp(Journal& journal, std::string_view tete, std::string_view texte);
 // The same with another tail ("' doit être au millimètre").

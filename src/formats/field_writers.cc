@@ -178,8 +178,8 @@ bool EcrirePrecFiabMD01(TextesPrecFiabMD01& textes, double precPlan, int32_t fia
   textes.PrecAlt.clear();
   const bool plan = AjouterPrecision(textes.PrecPlan, precPlan);
   const bool alt = AjouterPrecision(textes.PrecAlt, precAlt);
-  textes.FiabPlan = fiabPlan == kOui ? "0" : "1";
-  textes.FiabAlt = fiabAlt == kOui ? "0" : "1";
+  textes.FiabPlan = fiabPlan == kOui ? '0' : '1';
+  textes.FiabAlt = fiabAlt == kOui ? '0' : '1';
   if (!plan || !alt) return EchecEcriture(journal, kMsgPrecFiabMD01);
   return true;
 }

@@ -38,9 +38,10 @@ bool EcrireCoordonneeX(std::string& ligne, double x, Journal& journal);
 // Altitude 0 gives eight blanks.
 bool EcrireAltitude(std::string& ligne, double altitude, Journal& journal);
 
-// The four precision texts of an MD01 line.
+// The four precision texts of an MD01 line; the reliabilities are one digit.
 struct TextesPrecFiabMD01 {
-  std::string PrecPlan, FiabPlan, PrecAlt, FiabAlt;
+  std::string PrecPlan, PrecAlt;
+  char FiabPlan = '1', FiabAlt = '1';
 };
 bool EcrirePrecFiabMD01(TextesPrecFiabMD01& textes, double precPlan, int32_t fiabPlan, double precAlt,
                         int32_t fiabAlt, Journal& journal);

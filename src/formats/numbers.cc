@@ -20,22 +20,33 @@ struct Nombre {
 };
 
 bool Analyser(std::string_view texte, Nombre& n) {
+  // Locals, not the fields of `n`: bytes may alias anything, and the loop
+  // would otherwise store the mantissa at every digit.
   const char* p = texte.data();
   const char* fin = p + texte.size();
   while (p < fin && *p == ' ') ++p;
   while (fin > p && fin[-1] == ' ') --fin;
+  bool negatif = false;
   if (p < fin && (*p == '+' || *p == '-')) {
-    n.negatif = *p == '-';
+    negatif = *p == '-';
     ++p;
   }
   const char* debut = p;
-  for (; p < fin && static_cast<unsigned>(*p - '0') <= 9; ++p) n.mantisse = n.mantisse * 10 + (*p - '0');
-  n.entiers = std::string_view(debut, static_cast<std::size_t>(p - debut));
+  uint64_t mantisse = 0;
+  for (; p < fin && static_cast<unsigned>(*p - '0') <= 9; ++p) mantisse = mantisse * 10 + static_cast<unsigned>(*p - '0');
+  const char* point = p;
+  const char* finDecimales = p;
   if (p < fin && *p == '.') {
-    const char* point = p;
-    for (++p; p < fin && static_cast<unsigned>(*p - '0') <= 9; ++p) n.mantisse = n.mantisse * 10 + (*p - '0');
-    n.decimales = std::string_view(point + 1, static_cast<std::size_t>(p - point - 1));
+    for (++p; p < fin && static_cast<unsigned>(*p - '0') <= 9; ++p) {
+      mantisse = mantisse * 10 + static_cast<unsigned>(*p - '0');
+    }
+    finDecimales = p;
   }
+  n.negatif = negatif;
+  n.mantisse = mantisse;
+  n.entiers = std::string_view(debut, static_cast<std::size_t>(point - debut));
+  n.decimales = point < finDecimales ? std::string_view(point + 1, static_cast<std::size_t>(finDecimales - point - 1))
+                                     : std::string_view();
   n.corps = std::string_view(debut, static_cast<std::size_t>(fin - debut));
   n.chiffres = static_cast<int>(n.entiers.size() + n.decimales.size());
   return p == fin && n.chiffres > 0;
@@ -114,11 +125,17 @@ void AjouterEntierDiese(std::string& sortie, long long n) {
 }
 
 void AjouterEntierZeros(std::string& sortie, long long n, int chiffres) {
-  char tampon[24];
-  const auto r = std::to_chars(tampon, tampon + sizeof tampon, n < 0 ? -n : n);
-  if (n < 0) sortie += '-';
-  for (long k = r.ptr - tampon; k < chiffres; ++k) sortie += '0';
-  sortie.append(tampon, r.ptr);
+  char tampon[48];
+  char* fin = tampon + sizeof tampon;
+  char* p = fin;
+  unsigned long long reste = n < 0 ? 0ULL - static_cast<unsigned long long>(n) : static_cast<unsigned long long>(n);
+  do {
+    *--p = static_cast<char>('0' + reste % 10);
+    reste /= 10;
+  } while (reste > 0);
+  while (fin - p < chiffres && p > tampon + 1) *--p = '0';
+  if (n < 0) *--p = '-';
+  sortie.append(p, fin);
 }
 
 namespace {

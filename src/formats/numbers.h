@@ -50,8 +50,9 @@ std::string_view Rogner(std::string_view texte);
 // The bytes of a column range (1-based first column, width); the part
 // beyond the end of the line is absent, possibly all of it.
 inline std::string_view Colonnes(std::string_view ligne, std::size_t premiere, std::size_t largeur) {
-  if (premiere > ligne.size()) return {};
-  return ligne.substr(premiere - 1, largeur);
+  if (premiere == 0 || premiere > ligne.size()) return {};
+  const std::size_t reste = ligne.size() - (premiere - 1);
+  return {ligne.data() + (premiere - 1), largeur < reste ? largeur : reste};
 }
 
 }  // namespace quillon

@@ -27,14 +27,14 @@ bool LirePlanPtDC(std::string_view ligne, int16_t& plan, Journal& journal) {
 }
 
 bool LireNumeroPointPtDC(std::string_view ligne, std::string& numero, Journal& journal) {
-  numero.assign(Colonnes(ligne, 14, 4));
+  CopierTexte(numero, Colonnes(ligne, 14, 4));
   if (!EstNumerique(numero)) return RejeterChamp(journal, kTeteNumeroPoint, numero);
   return true;
 }
 
 bool LireNaturePtDC(std::string_view ligne, int32_t& nature, std::string& texteNature, Journal& journal) {
   const std::string_view texte = Rogner(Colonnes(ligne, 19, 2));
-  texteNature.assign(texte);
+  CopierTexte(texteNature, texte);
   if (texte.size() != 1 || texte[0] < '1' || texte[0] > '6') return RejeterChamp(journal, kTeteNature, texte);
   nature = texte[0] == '6' ? 5 : texte[0] - '0';
   return true;
@@ -63,7 +63,7 @@ bool LireAltitudePtDC(std::string_view ligne, double& altitude, Journal& journal
 }
 
 bool LireCommentairePtDC(std::string_view ligne, std::string& commentaire, Journal&) {
-  commentaire.assign(Colonnes(ligne, 69, 5));
+  CopierTexte(commentaire, Colonnes(ligne, 69, 5));
   return true;
 }
 
