@@ -150,7 +150,10 @@ TEST(TablesValeurs, UneSecondeConstructionDonneLaMemeTable) {
 struct CasPrecFiab {
   int theme, valeur, echelle;
   bool ok;
-  const char *precPlan, *fiabPlan, *precAlt, *fiabAlt;
+  const char* precPlan;
+  char fiabPlan;
+  const char* precAlt;
+  char fiabAlt;
   const char* message;  // UTF-8, or null
 };
 
@@ -159,27 +162,27 @@ TEST(Recherches, ValeurVersPrecisions) {
   const char* kRien = "Aucunes PrecPlan, FiabPlan définies pour cette valeur";
   const char* kTheme = "Problème lors de l'écriture des champs PrecPlan et FiabPlan: thème non supporté";
   const CasPrecFiab cas[] = {
-      {2, 62, 3, true, " 20.2", "O", "     ", " ", nullptr},
-      {1, 11, 4, true, "  2.1", "O", "  3.1", "O", nullptr},
-      {1, 11, 0, true, "  2.1", "O", "  3.1", "O", nullptr},
-      {71, 68, 1, true, "  8.8", "N", "     ", " ", nullptr},
-      {81, 42, 6, true, " 10.2", "O", " 16.2", "O", nullptr},
-      {1, 13, 1, false, "a", "b", "c", "d", kRienPF},
-      {6, 11, 1, false, "a", "b", "     ", " ", kRien},
-      {2, 13, 0, true, "  3.3", "O", "     ", " ", nullptr},
-      {2, 62, 0, false, "a", "b", "     ", " ", kRien},
-      {3, 58, 1, false, "a", "b", "     ", " ", kRien},
-      {83, 59, 3, false, "a", "b", "     ", " ", kRien},
-      {10, 17, 1, true, " 13.7", "N", "     ", " ", nullptr},
-      {76, 17, 1, true, " 13.7", "O", "     ", " ", nullptr},
-      {86, 89, 6, true, "230.9", "N", "     ", " ", nullptr},
-      {4, 13, 1, false, "a", "b", "c", "d", kTheme},
-      {99, 13, 1, false, "a", "b", "c", "d", kTheme},
-      {0, 13, 1, false, "a", "b", "c", "d", kTheme},
+      {2, 62, 3, true, " 20.2", 'O', "     ", ' ', nullptr},
+      {1, 11, 4, true, "  2.1", 'O', "  3.1", 'O', nullptr},
+      {1, 11, 0, true, "  2.1", 'O', "  3.1", 'O', nullptr},
+      {71, 68, 1, true, "  8.8", 'N', "     ", ' ', nullptr},
+      {81, 42, 6, true, " 10.2", 'O', " 16.2", 'O', nullptr},
+      {1, 13, 1, false, "a", 'b', "c", 'd', kRienPF},
+      {6, 11, 1, false, "a", 'b', "     ", ' ', kRien},
+      {2, 13, 0, true, "  3.3", 'O', "     ", ' ', nullptr},
+      {2, 62, 0, false, "a", 'b', "     ", ' ', kRien},
+      {3, 58, 1, false, "a", 'b', "     ", ' ', kRien},
+      {83, 59, 3, false, "a", 'b', "     ", ' ', kRien},
+      {10, 17, 1, true, " 13.7", 'N', "     ", ' ', nullptr},
+      {76, 17, 1, true, " 13.7", 'O', "     ", ' ', nullptr},
+      {86, 89, 6, true, "230.9", 'N', "     ", ' ', nullptr},
+      {4, 13, 1, false, "a", 'b', "c", 'd', kTheme},
+      {99, 13, 1, false, "a", 'b', "c", 'd', kTheme},
+      {0, 13, 1, false, "a", 'b', "c", 'd', kTheme},
   };
   for (const CasPrecFiab& c : cas) {
     JournalMemoire j(7);
-    TextesPrecFiab t{"a", "b", "c", "d"};
+    TextesPrecFiab t{"a", 'b', "c", 'd'};
     EXPECT_EQ(EcrirePrecFiabPlan(t, c.theme, static_cast<int16_t>(c.valeur), static_cast<int16_t>(c.echelle), j.journal),
               c.ok)
         << c.theme << "/" << c.valeur;

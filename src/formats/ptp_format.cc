@@ -37,7 +37,7 @@ bool EcrireLignePtPrecFiab(std::string_view ligneSource, const Point& point, int
   ok &= EcrireNature(cible, point.Nature, journal);
   ok &= EcrireFichePFP3(cible, point.FichePFP3, journal);
 
-  TextesPrecFiab textes{"     ", " ", "     ", " "};
+  TextesPrecFiab textes;
   ok &= EcrirePrecFiabPlan(textes, point.Theme, point.Valeur, classeEchelle, journal);
   cible += textes.FiabPlan;
   cible += textes.PrecPlan;

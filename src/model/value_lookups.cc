@@ -48,7 +48,7 @@ bool PrecFiabPlan(const TableValeurs& table, TextesPrecFiab& textes, int16_t val
   const PrecFiabValeur* ligne = Ligne(table, valeur, echelle, precision);
   if (ligne == nullptr) return EchecEcriture(journal, rien);
   TextePrecision(textes.PrecPlan, precision);
-  textes.FiabPlan = ligne->FiabPlan ? "O" : "N";
+  textes.FiabPlan = ligne->FiabPlan ? 'O' : 'N';
   return true;
 }
 
@@ -86,10 +86,10 @@ bool EcrirePrecFiabPF(TextesPrecFiab& textes, int16_t Valeur, int16_t Echelle, J
   const PrecFiabValeur& ligne = table[Valeur];
   if (ligne.PrecAlt == kNonDefini) {
     textes.PrecAlt = "     ";
-    textes.FiabAlt = " ";
+    textes.FiabAlt = ' ';
   } else {
     TextePrecision(textes.PrecAlt, ligne.PrecAlt);
-    textes.FiabAlt = ligne.FiabAlt ? "O" : "N";
+    textes.FiabAlt = ligne.FiabAlt ? 'O' : 'N';
   }
   return true;
 }
@@ -117,7 +117,7 @@ bool EcrirePrecFiabPlan(TextesPrecFiab& textes, int32_t Theme, int16_t Valeur, i
       return EchecEcriture(journal, kThemePrecNonSupporte);
   }
   textes.PrecAlt = "     ";
-  textes.FiabAlt = " ";
+  textes.FiabAlt = ' ';
   return ok;
 }
 

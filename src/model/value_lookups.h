@@ -10,9 +10,12 @@
 namespace quillon {
 
 // The four value-dependent texts of a precision line: PrecPlan (5), FiabPlan
-// (1), PrecAlt (5) and FiabAlt (1).
+// (1), PrecAlt (5) and FiabAlt (1); blank until a lookup fills them.
 struct TextesPrecFiab {
-  std::string PrecPlan, FiabPlan, PrecAlt, FiabAlt;
+  std::string PrecPlan = "     ";
+  char FiabPlan = ' ';
+  std::string PrecAlt = "     ";
+  char FiabAlt = ' ';
 };
 
 // Value code to precisions, by the theme's table; false (with its message)
