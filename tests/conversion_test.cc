@@ -174,53 +174,6 @@ class Execution : public ::testing::Test {
 
 const std::string kBonPtp =
     "02   5  12        1001 1 N 10.0  538000.500  152000.250                               ";
-const std::string kPtpTheme71 =
-    "71   5  12        1002 1 N  8.8  538000.500  152000.250                               ";
-const std::string kPtpTheme7 =
-    "07   5  12        1003 1 N  8.8  538000.500  152000.250                               ";
-
-TEST_F(Execution, SourceVideDonneDixLignesDeJournal) {
-  fs.fichiers["src"] = "";
-  fs.fichiers["cible"] = "ancienne cible";
-  ASSERT_TRUE(ConvertirPtPrecFiabEnPtVal(r));
-  EXPECT_EQ(fs.fichiers["cible"], "");
-  const auto log = Lignes("src.log");
-  ASSERT_EQ(log.size(), 10u);
-  EXPECT_EQ(log[0], "Traduction de fichier de point de Prec/Fiab en Valeur");
-  EXPECT_EQ(log[2], "Fichier source:");
-  EXPECT_EQ(log[3], "src");
-  EXPECT_EQ(log[4], "Fichier cible:");
-  EXPECT_EQ(log[5], "cible");
-  EXPECT_EQ(log[6], "0 ligne(s) lues dans le fichier source");
-  EXPECT_EQ(log[9], W("0 erreur(s) constatée(s) lors de l'écriture dans le fichier cible"));
-  ASSERT_EQ(affichage.bilans.size(), 1u);
-  EXPECT_EQ(affichage.bilans[0], std::vector<std::string>(log.begin() + 6, log.end()));
-}
-
-TEST_F(Execution, MD01IgnoreLesThemesHorsBaseSansTrace) {
-  fs.fichiers["src"] = kBonPtp + "\r\n" + kPtpTheme71 + "\r\n" + kPtpTheme7 + "\r\n";
-  ASSERT_TRUE(ConvertirPtPrecFiabEnPtMD01(r));
-  EXPECT_EQ(Lignes("cible"),
-            std::vector<std::string>{"CS KQ0005000012         1001 0101  538000.500  152000.250 1 10.0"});
-  const auto log = Lignes("src.log");
-  EXPECT_EQ(std::vector<std::string>(log.begin() + 6, log.end()),
-            (std::vector<std::string>{
-                "ECRITURE: ligne 3: " + W("Problème lors de l'écriture du thème, ce thème n'est pas supporté"),
-                kPtpTheme7, "3 ligne(s) lues dans le fichier source",
-                W("1 ligne(s) ignorée(s) lors de la conversion"),
-                W("0 erreur(s) constatée(s) lors de la lecture du fichier source"),
-                W("1 erreur(s) constatée(s) lors de l'écriture dans le fichier cible")}));
-}
-
-TEST_F(Execution, DerniereLigneSansFinEstComptéeUneFoisDeMoins) {
-  fs.fichiers["src"] = kBonPtp + "\r\n" + "99" + kBonPtp.substr(2);
-  ASSERT_TRUE(ConvertirPtPrecFiabEnPtMD01(r));
-  const auto log = Lignes("src.log");
-  EXPECT_EQ(log[6], W("LECTURE: ligne 1: Le numéro de thème: '99' n'est pas valide"));
-  EXPECT_EQ(log[8], "1 ligne(s) lues dans le fichier source");
-  EXPECT_EQ(Lignes("cible").size(), 1u);
-}
-
 TEST_F(Execution, LesCompteursNeSArretentPasA32767) {
   std::string source;
   for (int i = 0; i < 33000; ++i) source += "x\n";

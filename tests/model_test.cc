@@ -134,19 +134,6 @@ TEST(TablesValeurs, Contenus) {
   EXPECT_EQ(t.BF[13].PrecAlt, kNonDefini);
 }
 
-TEST(TablesValeurs, UneSecondeConstructionDonneLaMemeTable) {
-  TableValeurs a, b;
-  InitialiserTableValeursCSOD(a);
-  InitialiserTableValeursPF(b);  // something else first
-  InitialiserTableValeursCSOD(b);
-  for (int v = 0; v <= 100; ++v) {
-    EXPECT_EQ(a[v].PrecPlan, b[v].PrecPlan) << v;
-    EXPECT_EQ(a[v].FiabPlan, b[v].FiabPlan) << v;
-    EXPECT_EQ(a[v].PrecAlt, b[v].PrecAlt) << v;
-    EXPECT_EQ(a[v].FiabAlt, b[v].FiabAlt) << v;
-  }
-}
-
 struct CasPrecFiab {
   int theme, valeur, echelle;
   bool ok;
