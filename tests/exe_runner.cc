@@ -16,7 +16,8 @@
 namespace quillon::test {
 
 ResultatExe LancerQuillon(const std::vector<std::string>& arguments, const std::string& dossier,
-                          const std::vector<std::string>& environnement, bool sansPrivileges) {
+                          const std::vector<std::string>& environnement, bool sansPrivileges,
+                          bool sortieFermee) {
   std::vector<std::string> env = {"PATH=/usr/bin:/bin", "LC_ALL=C"};
   for (const std::string& e : environnement) {
     const std::string cle = e.substr(0, e.find('=') + 1);
@@ -56,6 +57,11 @@ ResultatExe LancerQuillon(const std::vector<std::string>& arguments, const std::
   ResultatExe r;
   pollfd fds[2] = {{sortie[0], POLLIN, 0}, {erreurs[0], POLLIN, 0}};
   int ouverts = 2;
+  if (sortieFermee) {
+    close(sortie[0]);
+    fds[0].fd = -1;
+    --ouverts;
+  }
   char tampon[65536];
   while (ouverts > 0) {
     if (poll(fds, 2, -1) < 0) break;

@@ -18,8 +18,11 @@ struct ResultatExe {
 // environment holds PATH and LC_ALL=C unless `environnement` says otherwise
 // (KEY=VALUE). With `sansPrivileges` a run as root drops to "nobody", so
 // that file permissions apply.
+// With `sortieFermee` nobody reads the standard output: its pipe is closed
+// before the program writes.
 ResultatExe LancerQuillon(const std::vector<std::string>& arguments, const std::string& dossier,
-                          const std::vector<std::string>& environnement = {}, bool sansPrivileges = false);
+                          const std::vector<std::string>& environnement = {}, bool sansPrivileges = false,
+                          bool sortieFermee = false);
 
 std::string LireFichier(const std::string& chemin);
 void EcrireFichier(const std::string& chemin, const std::string& contenu);

@@ -111,6 +111,17 @@ TEST(Fautes, FichiersQuiNePeuventPasServir) {
   }
 }
 
+TEST(Fautes, SortieStandardFermeeNArretePasLaConversion) {
+  DossierTemporaire d;
+  std::string source;
+  for (int i = 0; i < 1000; ++i) source += kBonPtp;
+  EcrireFichier(d / "a.ptp", source);
+  const ResultatExe r = LancerQuillon({"a.ptp", "b.ptm"}, d.chemin(), {}, false, true);
+  EXPECT_EQ(r.signal, 0);
+  EXPECT_EQ(LireFichier(d / "b.ptm").size(), 1000u * 66);
+  EXPECT_NE(LireFichier(d / "a.ptp.log").find("1000 ligne(s) lues"), std::string::npos);
+}
+
 TEST(Fautes, DisqueSaturePendantLaConversionLeDitDansLeJournal) {
   DossierTemporaire d;
   std::string source;

@@ -1,5 +1,7 @@
 // Quillon's entry point: with arguments, console mode converts one file;
 // without, the main window opens (in the windowed program beside this one).
+#include <csignal>
+
 #include "app/command_line.h"
 #include "app/console.h"
 #include "app/console_mode.h"
@@ -11,6 +13,11 @@ int main(int argc, char** argv) {
   // system has already split the words, so the text is rebuilt from them.
   if (argc <= 1) return quillon::LancerModeFenetre(argv);
 
+#ifdef SIGPIPE
+  // A closed standard output must not stop a run halfway: its writes just
+  // fail, unnoticed.
+  std::signal(SIGPIPE, SIG_IGN);
+#endif
   quillon::ReglagesExecution reglages;
   quillon::InitialiserTables(reglages);
   quillon::AffichageConsole console;
