@@ -13,7 +13,7 @@ set -eu
 docs=$(cd "$(dirname "$0")" && pwd)
 build=${1:-$(dirname "$docs")/build}
 quillon=$build/quillon
-apercu=$build/tests/ui/quillon_apercu
+apercu=$build/quillon_apercu
 
 for outil in Xvfb xdotool xwininfo xprop import; do
   command -v "$outil" >/dev/null || { echo "screenshots: $outil is missing" >&2; exit 1; }

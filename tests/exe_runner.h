@@ -8,7 +8,6 @@ namespace quillon::test {
 
 struct ResultatExe {
   std::string sortie;      // standard output, bytes as written
-  std::string erreurs;     // standard error
   int codeSortie = -1;     // exit status, -1 when killed by a signal
   int signal = 0;          // the signal that ended it, 0 if none
   long memoireMaxKo = 0;   // peak resident memory
@@ -16,8 +15,8 @@ struct ResultatExe {
 
 // `arguments` are handed over as they are (one element each); the
 // environment holds PATH and LC_ALL=C unless `environnement` says otherwise
-// (KEY=VALUE). With `sansPrivileges` a run as root drops to "nobody", so
-// that file permissions apply.
+// (KEY=VALUE); standard error is the tests' own. With `sansPrivileges` a
+// run as root drops to "nobody", so that file permissions apply.
 // With `sortieFermee` nobody reads the standard output: its pipe is closed
 // before the program writes.
 ResultatExe LancerQuillon(const std::vector<std::string>& arguments, const std::string& dossier,

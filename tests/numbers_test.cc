@@ -97,41 +97,6 @@ TEST(Nombres, MotifsDecimaux) {
   EXPECT_TRUE(AjouterDecimal(s, 1e300, 3));  // long, but a number
 }
 
-TEST(Nombres, MotifsEntiersEtAlignement) {
-  std::string s;
-  AjouterEntierDiese(s, 0);
-  EXPECT_EQ(s, "");
-  AjouterEntierDiese(s, -42);
-  EXPECT_EQ(s, "-42");
-  s.clear();
-  AjouterEntierZeros(s, 5, 3);
-  AjouterEntierZeros(s, 45, 4);
-  AjouterEntierZeros(s, 12345, 4);
-  EXPECT_EQ(s, "005004512345");
-
-  s = "|";
-  EXPECT_TRUE(AjouterADroite(s, "1", 4));
-  EXPECT_TRUE(AjouterADroite(s, "2999", 4));
-  EXPECT_FALSE(AjouterADroite(s, "12345", 4));
-  EXPECT_EQ(s, "|   1299912345") << "a text too long is not cut";
-}
-
-TEST(Nombres, ColonnesEtRognage) {
-  EXPECT_EQ(Colonnes("abcdef", 3, 2), "cd");
-  EXPECT_EQ(Colonnes("abcdef", 5, 4), "ef");
-  EXPECT_EQ(Colonnes("abcdef", 7, 2), "");
-  EXPECT_EQ(Colonnes("abcdef", 9, 2), "");
-  EXPECT_EQ(Rogner("  a b  "), "a b");
-  EXPECT_EQ(Rogner("\ta "), "\ta") << "only spaces are trimmed";
-  EXPECT_EQ(Rogner("    "), "");
-}
-
-}  // namespace
-}  // namespace quillon
-
-namespace quillon {
-namespace {
-
 // Every short decimal converts to exactly the double that the general
 // conversion gives.
 TEST(Nombres, ConversionRapideIdentiqueALaConversionGenerale) {
@@ -148,12 +113,6 @@ TEST(Nombres, ConversionRapideIdentiqueALaConversionGenerale) {
     EXPECT_EQ(rapide, general) << t;
   }
 }
-
-}  // namespace
-}  // namespace quillon
-
-namespace quillon {
-namespace {
 
 // The short formatting path agrees with the general one on ties, near-ties
 // and ordinary values.

@@ -12,6 +12,9 @@
 
 namespace quillon::test {
 
+// The lines of a text, each ended by CR LF (a last unended piece is dropped).
+std::vector<std::string> LignesCRLF(const std::string& texte);
+
 // A log that writes into memory, numbering its messages as line `ligne`.
 class JournalMemoire {
  public:
@@ -25,13 +28,7 @@ class JournalMemoire {
   // The log lines written so far, without their CR LF.
   std::vector<std::string> Lignes() {
     journal.FichierLog.Flux.Vider();
-    std::vector<std::string> lignes;
-    const std::string& texte = fichiers.fichiers["journal"];
-    std::size_t debut = 0;
-    for (std::size_t fin; (fin = texte.find("\r\n", debut)) != std::string::npos; debut = fin + 2) {
-      lignes.push_back(texte.substr(debut, fin - debut));
-    }
-    return lignes;
+    return LignesCRLF(fichiers.fichiers["journal"]);
   }
 
   SystemeFichiersMemoire fichiers;
@@ -61,6 +58,10 @@ class LigneFixe {
  private:
   std::string texte_;
 };
+
+// A log with its second line, the date, replaced by "<date>" once it has
+// the shape "dd-mmm-yyyy, hh:mm:ss".
+std::string MasquerDate(std::string journal);
 
 // A readable UTF-8 literal as the Windows-1252 bytes the system writes.
 std::string W(std::string_view utf8);

@@ -1,13 +1,12 @@
 // A DC file converted into a value file the way a user does it: Ouvrir with
 // the DC filter, Enregistrer sous, Convertir in the dialog.
-#include <regex>
-
 #include <QComboBox>
 #include <QPushButton>
 #include <QTest>
 #include <gtest/gtest.h>
 
 #include "banc.h"
+#include "test_support.h"
 #include "conversion/encoding.h"
 #include "ui/option_dialogs.h"
 
@@ -52,12 +51,7 @@ TEST(BoutEnBout, FichierDCVersFichierValeurParLesFenetres) {
 
     EXPECT_EQ(LireFichier(cible), Cible(cas.theme2));
 
-    std::string journal = LireFichier(source + ".log").value_or("");
-    const std::size_t debut = journal.find("\r\n") + 2, fin = journal.find("\r\n", debut);
-    ASSERT_NE(fin, std::string::npos);
-    EXPECT_TRUE(std::regex_match(journal.substr(debut, fin - debut), std::regex(R"(\d\d-[^-]+-\d{4}, \d\d:\d\d:\d\d)")))
-        << journal.substr(debut, fin - debut);
-    journal.replace(debut, fin - debut, "<date>");
+    const std::string journal = MasquerDate(LireFichier(source + ".log").value_or(""));
     EXPECT_EQ(journal, Utf8VersCp1252("Traduction de fichier de point de DC en Valeur\r\n"
                                       "<date>\r\n"
                                       "Fichier source:\r\n" + source + "\r\n"
