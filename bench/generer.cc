@@ -345,14 +345,8 @@ class Generateur {
   // From two to five distinct fields of a value or precision line made
   // wrong, each in a way that its reader rejects whatever the rest holds.
   void Abimer(bool precision) {
-    bool choisis[kNbChamps] = {};
-    const int n = static_cast<int>(h_.Entre(2, 5));
-    for (int k = 0; k < n;) {
-      const auto c = static_cast<Champ>(h_.Moins(kNbChamps));
-      if (choisis[c]) continue;
-      choisis[c] = true;
-      ++k;
-      switch (c) {
+    PourChampsDistincts(kNbChamps, [&](int champ) {
+      switch (static_cast<Champ>(champ)) {
         case Theme: l_.AGauche(1, 2, h_.Un({"5 ", "08", "99", "1a", "70"})); break;
         case Commune: l_.AGauche(3, 4, h_.Un({"   0", " 401", "    ", "12a4"})); break;
         case Plan: l_.AGauche(7, 4, h_.Un({"3000", "  -1", "x12 "})); break;
@@ -372,19 +366,13 @@ class Generateur {
         case Altitude: l_.AGauche(57, 8, h_.Un({" 450,123", "  12a.00", "   - 1.0"})); break;
         case kNbChamps: break;
       }
-    }
+    });
   }
 
   void AbimerDC() {
     enum { Commune, Plan, Numero, Nature, Valeur, Y, X, Altitude, kNb };
-    bool choisis[kNb] = {};
-    const int n = static_cast<int>(h_.Entre(2, 5));
-    for (int k = 0; k < n;) {
-      const int c = static_cast<int>(h_.Moins(kNb));
-      if (choisis[c]) continue;
-      choisis[c] = true;
-      ++k;
-      switch (c) {
+    PourChampsDistincts(kNb, [&](int champ) {
+      switch (champ) {
         case Commune: l_.AGauche(1, 3, h_.Un({"  0", "401", "a12", "   "})); break;
         case Plan: l_.AGauche(4, 4, h_.Un({"3000", "  -1", "    "})); break;
         case Numero: l_.AGauche(14, 4, h_.Un({"12ab", "    ", "1 2 "})); break;
@@ -395,6 +383,20 @@ class Generateur {
         case X: l_.AGauche(35, 10, h_.Un({" 52000.250", "152000,250", "          "})); break;
         case Altitude: l_.AGauche(45, 8, h_.Un({" 450,123", "  12a.00"})); break;
       }
+    });
+  }
+
+  // Calls `abimer` on two to five distinct fields among `nbChamps`.
+  template <typename F>
+  void PourChampsDistincts(int nbChamps, F abimer) {
+    std::vector<bool> choisis(static_cast<std::size_t>(nbChamps));
+    const int n = static_cast<int>(h_.Entre(2, 5));
+    for (int k = 0; k < n;) {
+      const int c = static_cast<int>(h_.Moins(static_cast<uint32_t>(nbChamps)));
+      if (choisis[static_cast<std::size_t>(c)]) continue;
+      choisis[static_cast<std::size_t>(c)] = true;
+      ++k;
+      abimer(c);
     }
   }
 

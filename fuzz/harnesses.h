@@ -144,6 +144,16 @@ inline bool PrecisionTient(double x) { return Tient(x, -99.95, 999.95); }
     if (!(condition)) return texte;      \
   } while (0)
 
+// The fields that value and precision lines share, in their ranges once read.
+inline std::string ChampsCommunsLus(const Point& point, const std::string& quoi) {
+  QUILLON_EXIGER(ThemeLisible(point.Theme), quoi + ": theme out of its codes");
+  QUILLON_EXIGER(point.NoCommune >= 1 && point.NoCommune <= 400, quoi + ": commune out of 1..400");
+  QUILLON_EXIGER(point.NoPlan >= 0 && point.NoPlan <= 2999, quoi + ": plan out of 0..2999");
+  QUILLON_EXIGER(point.Nature >= 1 && point.Nature <= 6, quoi + ": nature out of 1..6");
+  QUILLON_EXIGER(point.FichePFP3 >= 1 && point.FichePFP3 <= 3, quoi + ": PFP3 sheet code");
+  return "";
+}
+
 }  // namespace detail
 
 inline std::string LignesPtVal(const uint8_t* donnees, std::size_t taille) {
@@ -159,11 +169,7 @@ inline std::string LignesPtVal(const uint8_t* donnees, std::size_t taille) {
       QUILLON_EXIGER(lu == (j.journal.NbErreursLecture == lecture),
                      "value line: accepted with reading errors, or rejected without");
       if (!lu) return "";
-      QUILLON_EXIGER(ThemeLisible(point.Theme), "value line: theme out of its codes");
-      QUILLON_EXIGER(point.NoCommune >= 1 && point.NoCommune <= 400, "value line: commune out of 1..400");
-      QUILLON_EXIGER(point.NoPlan >= 0 && point.NoPlan <= 2999, "value line: plan out of 0..2999");
-      QUILLON_EXIGER(point.Nature >= 1 && point.Nature <= 6, "value line: nature out of 1..6");
-      QUILLON_EXIGER(point.FichePFP3 >= 1 && point.FichePFP3 <= 3, "value line: PFP3 sheet code");
+      if (std::string e = ChampsCommunsLus(point, "value line"); !e.empty()) return e;
       QUILLON_EXIGER(point.Fiabilite == 3, "value line: reliability other than R");
       QUILLON_EXIGER(ValeurLisible(point.Valeur), "value line: value code out of the valid ones");
       QUILLON_EXIGER(point.NoPoint == Colonnes(ligne, 11, 12), "value line: point number not as read");
@@ -247,11 +253,7 @@ inline std::string LignesPtPrecFiab(const uint8_t* donnees, std::size_t taille) 
       QUILLON_EXIGER(lu == (j.journal.NbErreursLecture == lecture),
                      "precision line: accepted with reading errors, or rejected without");
       if (!lu) return "";
-      QUILLON_EXIGER(ThemeLisible(point.Theme), "precision line: theme out of its codes");
-      QUILLON_EXIGER(point.NoCommune >= 1 && point.NoCommune <= 400, "precision line: commune out of 1..400");
-      QUILLON_EXIGER(point.NoPlan >= 0 && point.NoPlan <= 2999, "precision line: plan out of 0..2999");
-      QUILLON_EXIGER(point.Nature >= 1 && point.Nature <= 6, "precision line: nature out of 1..6");
-      QUILLON_EXIGER(point.FichePFP3 >= 1 && point.FichePFP3 <= 3, "precision line: PFP3 sheet code");
+      if (std::string e = ChampsCommunsLus(point, "precision line"); !e.empty()) return e;
       QUILLON_EXIGER(point.FiabPlan == kOui || point.FiabPlan == kNon, "precision line: FiabPlan code");
       QUILLON_EXIGER(point.FiabAlt == kOui || point.FiabAlt == kNon, "precision line: FiabAlt code");
       QUILLON_EXIGER(point.Altitude != 0 || (point.FiabAlt == kNon && point.PrecAlt == 0),

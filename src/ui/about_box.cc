@@ -73,15 +73,7 @@ frmAPropos::frmAPropos(Services& services, QWidget* parent)
   connect(cmdSysInfo, &QPushButton::clicked, this, &frmAPropos::cmdSysInfo_Click);
 }
 
-void frmAPropos::Afficher() {
-  if (!charge_) {
-    Form_Load();
-    charge_ = true;
-  }
-  show();
-  raise();
-  activateWindow();
-}
+void frmAPropos::Afficher() { MontrerFormulaire(*this, charge_); }
 
 void frmAPropos::Form_Load() {
   setWindowTitle(QStringLiteral("A propos de ") + Titre());

@@ -27,6 +27,19 @@ QFont PoliceFormulaire(const QFont& base);
 // window, it has no task-bar entry of its own.
 void RendreDialogueFixe(QWidget* fenetre, QSize client);
 
+// Shows a form without waiting for it, in front: loaded first (Form_Load)
+// unless it still is from an earlier showing.
+template <typename Formulaire>
+void MontrerFormulaire(Formulaire& formulaire, bool& charge) {
+  if (!charge) {
+    formulaire.Form_Load();
+    charge = true;
+  }
+  formulaire.show();
+  formulaire.raise();
+  formulaire.activateWindow();
+}
+
 // Puts the label in its place. Where the screen's font is wider than the one
 // the form was drawn for, the label's font is narrowed, then made smaller,
 // until the text fits (on one line, or within the height for a label that

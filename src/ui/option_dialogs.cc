@@ -80,15 +80,7 @@ void DialogueOptions::Remplir(QComboBox* liste, const QStringList& entrees) {
   liste->setCurrentIndex(0);
 }
 
-void DialogueOptions::Afficher() {
-  if (!charge_) {
-    Form_Load();
-    charge_ = true;
-  }
-  show();
-  raise();
-  activateWindow();
-}
+void DialogueOptions::Afficher() { MontrerFormulaire(*this, charge_); }
 
 void DialogueOptions::btnAbandonner_Click() { hide(); }
 
