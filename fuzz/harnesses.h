@@ -154,219 +154,214 @@ inline std::string ChampsCommunsLus(const Point& point, const std::string& quoi)
   return "";
 }
 
+// Runs `verifier` on each line of the input until one tells what failed.
+template <typename Verifier>
+std::string PremierEchec(const uint8_t* donnees, std::size_t taille, Verifier verifier) {
+  std::string erreur;
+  ParLigne(Vue(donnees, taille), [&](std::string_view ligne, int i) {
+    if (erreur.empty()) erreur = verifier(ligne, i);
+  });
+  return erreur;
+}
+
 }  // namespace detail
 
 inline std::string LignesPtVal(const uint8_t* donnees, std::size_t taille) {
   using namespace detail;
   JournalIsole j;
   Point point;
-  std::string erreur;
-  ParLigne(Vue(donnees, taille), [&](std::string_view ligne, int i) {
-    if (!erreur.empty()) return;
-    erreur = [&]() -> std::string {
-      const int64_t lecture = j.journal.NbErreursLecture;
-      const bool lu = LireLignePtVal(ligne, point, j.journal);
-      QUILLON_EXIGER(lu == (j.journal.NbErreursLecture == lecture),
-                     "value line: accepted with reading errors, or rejected without");
-      if (!lu) return "";
-      if (std::string e = ChampsCommunsLus(point, "value line"); !e.empty()) return e;
-      QUILLON_EXIGER(point.Fiabilite == 3, "value line: reliability other than R");
-      QUILLON_EXIGER(ValeurLisible(point.Valeur), "value line: value code out of the valid ones");
-      QUILLON_EXIGER(point.NoPoint == Colonnes(ligne, 11, 12), "value line: point number not as read");
-      QUILLON_EXIGER(point.Commentaire == Colonnes(ligne, 73, 12), "value line: comment not as read");
-      QUILLON_EXIGER(point.Type == Colonnes(ligne, 86, 2), "value line: type not as read");
+  return PremierEchec(donnees, taille, [&](std::string_view ligne, int i) -> std::string {
+    const int64_t lecture = j.journal.NbErreursLecture;
+    const bool lu = LireLignePtVal(ligne, point, j.journal);
+    QUILLON_EXIGER(lu == (j.journal.NbErreursLecture == lecture),
+                   "value line: accepted with reading errors, or rejected without");
+    if (!lu) return "";
+    if (std::string e = ChampsCommunsLus(point, "value line"); !e.empty()) return e;
+    QUILLON_EXIGER(point.Fiabilite == 3, "value line: reliability other than R");
+    QUILLON_EXIGER(ValeurLisible(point.Valeur), "value line: value code out of the valid ones");
+    QUILLON_EXIGER(point.NoPoint == Colonnes(ligne, 11, 12), "value line: point number not as read");
+    QUILLON_EXIGER(point.Commentaire == Colonnes(ligne, 73, 12), "value line: comment not as read");
+    QUILLON_EXIGER(point.Type == Colonnes(ligne, 86, 2), "value line: type not as read");
 
-      // Value -> precision; then back, which must give the same value code.
-      const int16_t classe = ClasseDeLigne(i);
-      const int32_t groupe = GroupeDeLigne(i);
-      std::string ptp;
-      const int64_t ecriture = j.journal.NbErreursEcriture;
-      const bool ecrit = EcrireLignePtPrecFiab(ligne, point, classe, groupe, ptp, j.journal);
-      QUILLON_EXIGER(ecrit == (j.journal.NbErreursEcriture == ecriture),
-                     "precision writer: result disagrees with its counted messages");
-      if (ecrit) {
-        QUILLON_EXIGER(ptp.size() == 73 + point.Commentaire.size() + point.Type.size(),
-                       "precision writer: columns shifted");
-        // A plan 0 is written blank and an altitude without precision leaves
-        // its reliability blank: both are refused when read again.
-        if (point.NoPlan != 0 && (point.Altitude == 0 || ptp[65] != ' ')) {
-          JournalIsole k;
-          Point relu;
-          QUILLON_EXIGER(LireLignePtPrecFiab(ptp, relu, k.journal), "precision line written is not readable");
-          const bool substitue = point.Theme == kThemeBlanc && (point.Nature == 5 || point.Nature == 6) &&
-                                 (groupe == kGroupeCS || groupe == kGroupeOD);
-          QUILLON_EXIGER(relu.Theme == (substitue ? groupe : point.Theme), "precision line: theme changed");
-          QUILLON_EXIGER(relu.NoCommune == point.NoCommune && relu.NoPlan == point.NoPlan &&
-                             relu.Nature == point.Nature && relu.FichePFP3 == point.FichePFP3,
-                         "precision line: a code changed");
-          QUILLON_EXIGER(AuMillimetre(relu.CoordY, point.CoordY) && AuMillimetre(relu.CoordX, point.CoordX),
-                         "precision line: coordinates moved");
-          std::string ptv;
-          const bool retour = EcrireLignePtVal(ptp, false, relu, ptv, k.journal);
-          if (retour && k.journal.NbErreursEcriture == 0 && relu.Theme != kThemeBlanc) {
-            Point valeur;
-            QUILLON_EXIGER(LireLignePtVal(ptv, valeur, k.journal), "value line written back is not readable");
-            QUILLON_EXIGER(valeur.Valeur == point.Valeur, "value -> precision -> value changed the value code");
-          } else {
-            QUILLON_EXIGER(relu.Theme == kThemeBlanc, "precision -> value failed on a precision the tables gave");
-          }
+    // Value -> precision; then back, which must give the same value code.
+    const int16_t classe = ClasseDeLigne(i);
+    const int32_t groupe = GroupeDeLigne(i);
+    std::string ptp;
+    const int64_t ecriture = j.journal.NbErreursEcriture;
+    const bool ecrit = EcrireLignePtPrecFiab(ligne, point, classe, groupe, ptp, j.journal);
+    QUILLON_EXIGER(ecrit == (j.journal.NbErreursEcriture == ecriture),
+                   "precision writer: result disagrees with its counted messages");
+    if (ecrit) {
+      QUILLON_EXIGER(ptp.size() == 73 + point.Commentaire.size() + point.Type.size(),
+                     "precision writer: columns shifted");
+      // A plan 0 is written blank and an altitude without precision leaves
+      // its reliability blank: both are refused when read again.
+      if (point.NoPlan != 0 && (point.Altitude == 0 || ptp[65] != ' ')) {
+        JournalIsole k;
+        Point relu;
+        QUILLON_EXIGER(LireLignePtPrecFiab(ptp, relu, k.journal), "precision line written is not readable");
+        const bool substitue = point.Theme == kThemeBlanc && (point.Nature == 5 || point.Nature == 6) &&
+                               (groupe == kGroupeCS || groupe == kGroupeOD);
+        QUILLON_EXIGER(relu.Theme == (substitue ? groupe : point.Theme), "precision line: theme changed");
+        QUILLON_EXIGER(relu.NoCommune == point.NoCommune && relu.NoPlan == point.NoPlan &&
+                           relu.Nature == point.Nature && relu.FichePFP3 == point.FichePFP3,
+                       "precision line: a code changed");
+        QUILLON_EXIGER(AuMillimetre(relu.CoordY, point.CoordY) && AuMillimetre(relu.CoordX, point.CoordX),
+                       "precision line: coordinates moved");
+        std::string ptv;
+        const bool retour = EcrireLignePtVal(ptp, false, relu, ptv, k.journal);
+        if (retour && k.journal.NbErreursEcriture == 0 && relu.Theme != kThemeBlanc) {
+          Point valeur;
+          QUILLON_EXIGER(LireLignePtVal(ptv, valeur, k.journal), "value line written back is not readable");
+          QUILLON_EXIGER(valeur.Valeur == point.Valeur, "value -> precision -> value changed the value code");
+        } else {
+          QUILLON_EXIGER(relu.Theme == kThemeBlanc, "precision -> value failed on a precision the tables gave");
         }
       }
+    }
 
-      // The value writer with the point's own code (as for a DC point):
-      // written again after reading, the line no longer changes once its
-      // comment and type are full and its altitude survives the rounding.
-      std::string ptv;
-      const int64_t ecriture2 = j.journal.NbErreursEcriture;
-      if (EcrireLignePtVal(ligne, true, point, ptv, j.journal)) {
-        QUILLON_EXIGER(j.journal.NbErreursEcriture == ecriture2, "value writer: written with an error");
-        QUILLON_EXIGER(ptv.size() == 73 + point.Commentaire.size() + point.Type.size(),
-                       "value writer: columns shifted");
-        if (point.NoPlan != 0 && ligne.size() >= 87) {
-          JournalIsole k;
-          Point relu;
-          QUILLON_EXIGER(LireLignePtVal(ptv, relu, k.journal), "value line rewritten is not readable");
-          std::string encore;
-          QUILLON_EXIGER(EcrireLignePtVal(ptv, true, relu, encore, k.journal), "value line rewritten: not writable");
-          const bool altitudeNulle = point.Altitude != 0 && relu.Altitude == 0;
-          QUILLON_EXIGER(altitudeNulle || encore == ptv, "value line: writing is not stable");
-        }
-      } else {
-        QUILLON_EXIGER(j.journal.NbErreursEcriture > ecriture2, "value writer: refused without a counted message");
+    // The value writer with the point's own code (as for a DC point):
+    // written again after reading, the line no longer changes once its
+    // comment and type are full and its altitude survives the rounding.
+    std::string ptv;
+    const int64_t ecriture2 = j.journal.NbErreursEcriture;
+    if (EcrireLignePtVal(ligne, true, point, ptv, j.journal)) {
+      QUILLON_EXIGER(j.journal.NbErreursEcriture == ecriture2, "value writer: written with an error");
+      QUILLON_EXIGER(ptv.size() == 73 + point.Commentaire.size() + point.Type.size(),
+                     "value writer: columns shifted");
+      if (point.NoPlan != 0 && ligne.size() >= 87) {
+        JournalIsole k;
+        Point relu;
+        QUILLON_EXIGER(LireLignePtVal(ptv, relu, k.journal), "value line rewritten is not readable");
+        std::string encore;
+        QUILLON_EXIGER(EcrireLignePtVal(ptv, true, relu, encore, k.journal), "value line rewritten: not writable");
+        const bool altitudeNulle = point.Altitude != 0 && relu.Altitude == 0;
+        QUILLON_EXIGER(altitudeNulle || encore == ptv, "value line: writing is not stable");
       }
-      return "";
-    }();
+    } else {
+      QUILLON_EXIGER(j.journal.NbErreursEcriture > ecriture2, "value writer: refused without a counted message");
+    }
+    return "";
   });
-  return erreur;
 }
 
 inline std::string LignesPtPrecFiab(const uint8_t* donnees, std::size_t taille) {
   using namespace detail;
   JournalIsole j;
   Point point;
-  std::string erreur;
-  ParLigne(Vue(donnees, taille), [&](std::string_view ligne, int) {
-    if (!erreur.empty()) return;
-    erreur = [&]() -> std::string {
-      const int64_t lecture = j.journal.NbErreursLecture;
-      const bool lu = LireLignePtPrecFiab(ligne, point, j.journal);
-      QUILLON_EXIGER(lu == (j.journal.NbErreursLecture == lecture),
-                     "precision line: accepted with reading errors, or rejected without");
-      if (!lu) return "";
-      if (std::string e = ChampsCommunsLus(point, "precision line"); !e.empty()) return e;
-      QUILLON_EXIGER(point.FiabPlan == kOui || point.FiabPlan == kNon, "precision line: FiabPlan code");
-      QUILLON_EXIGER(point.FiabAlt == kOui || point.FiabAlt == kNon, "precision line: FiabAlt code");
-      QUILLON_EXIGER(point.Altitude != 0 || (point.FiabAlt == kNon && point.PrecAlt == 0),
-                     "precision line: altimetric fields without altitude");
+  return PremierEchec(donnees, taille, [&](std::string_view ligne, int) -> std::string {
+    const int64_t lecture = j.journal.NbErreursLecture;
+    const bool lu = LireLignePtPrecFiab(ligne, point, j.journal);
+    QUILLON_EXIGER(lu == (j.journal.NbErreursLecture == lecture),
+                   "precision line: accepted with reading errors, or rejected without");
+    if (!lu) return "";
+    if (std::string e = ChampsCommunsLus(point, "precision line"); !e.empty()) return e;
+    QUILLON_EXIGER(point.FiabPlan == kOui || point.FiabPlan == kNon, "precision line: FiabPlan code");
+    QUILLON_EXIGER(point.FiabAlt == kOui || point.FiabAlt == kNon, "precision line: FiabAlt code");
+    QUILLON_EXIGER(point.Altitude != 0 || (point.FiabAlt == kNon && point.PrecAlt == 0),
+                   "precision line: altimetric fields without altitude");
 
-      // Precision -> value; a clean conversion reads back, and going to a
-      // precision again at one of the scales gives the precision read.
-      std::string ptv;
-      const int64_t ecriture = j.journal.NbErreursEcriture;
-      const bool ecrit = EcrireLignePtVal(ligne, false, point, ptv, j.journal);
-      QUILLON_EXIGER(ecrit || j.journal.NbErreursEcriture > ecriture, "value writer: refused without a counted message");
-      if (ecrit) {
-        QUILLON_EXIGER(ptv.size() == 73 + point.Commentaire.size() + point.Type.size(), "value writer: columns shifted");
-        if (j.journal.NbErreursEcriture == ecriture && point.NoPlan != 0) {
-          JournalIsole k;
-          Point valeur;
-          QUILLON_EXIGER(LireLignePtVal(ptv, valeur, k.journal), "value line written is not readable");
-          QUILLON_EXIGER(valeur.Theme == point.Theme && valeur.NoCommune == point.NoCommune &&
-                             valeur.NoPlan == point.NoPlan && valeur.Nature == point.Nature,
-                         "value line: a code changed");
-          // The precision columns of the value converted back, at the scale
-          // class that defines its code (any class below 59).
-          bool retrouvee = false;
-          for (int16_t classe = 0; classe <= 6 && !retrouvee; ++classe) {
-            std::string ptp;
-            JournalIsole m;
-            if (!EcrireLignePtPrecFiab(ptv, valeur, classe, 0, ptp, m.journal)) continue;
-            retrouvee = ptp[25] == (point.FiabPlan == kOui ? 'O' : 'N') &&
-                        std::strtod(ptp.substr(26, 5).c_str(), nullptr) == point.PrecPlan;
-          }
-          QUILLON_EXIGER(retrouvee, "precision -> value -> precision lost the precision");
+    // Precision -> value; a clean conversion reads back, and going to a
+    // precision again at one of the scales gives the precision read.
+    std::string ptv;
+    const int64_t ecriture = j.journal.NbErreursEcriture;
+    const bool ecrit = EcrireLignePtVal(ligne, false, point, ptv, j.journal);
+    QUILLON_EXIGER(ecrit || j.journal.NbErreursEcriture > ecriture, "value writer: refused without a counted message");
+    if (ecrit) {
+      QUILLON_EXIGER(ptv.size() == 73 + point.Commentaire.size() + point.Type.size(), "value writer: columns shifted");
+      if (j.journal.NbErreursEcriture == ecriture && point.NoPlan != 0) {
+        JournalIsole k;
+        Point valeur;
+        QUILLON_EXIGER(LireLignePtVal(ptv, valeur, k.journal), "value line written is not readable");
+        QUILLON_EXIGER(valeur.Theme == point.Theme && valeur.NoCommune == point.NoCommune &&
+                           valeur.NoPlan == point.NoPlan && valeur.Nature == point.Nature,
+                       "value line: a code changed");
+        // The precision columns of the value converted back, at the scale
+        // class that defines its code (any class below 59).
+        bool retrouvee = false;
+        for (int16_t classe = 0; classe <= 6 && !retrouvee; ++classe) {
+          std::string ptp;
+          JournalIsole m;
+          if (!EcrireLignePtPrecFiab(ptv, valeur, classe, 0, ptp, m.journal)) continue;
+          retrouvee = ptp[25] == (point.FiabPlan == kOui ? 'O' : 'N') &&
+                      std::strtod(ptp.substr(26, 5).c_str(), nullptr) == point.PrecPlan;
         }
+        QUILLON_EXIGER(retrouvee, "precision -> value -> precision lost the precision");
       }
+    }
 
-      // Precision -> MD01, for the themes that the MD01 run hands over.
-      switch (point.Theme) {
-        case 1: case 2: case 3: case 4: case 6: case 7: case 9: {
-          std::string ptm;
-          const int64_t avant = j.journal.NbErreursEcriture;
-          const bool md01 = EcrireLignePtMD01(ligne, point, ptm, j.journal);
-          QUILLON_EXIGER(md01 == (j.journal.NbErreursEcriture == avant),
-                         "MD01 writer: result disagrees with its counted messages");
-          QUILLON_EXIGER(!md01 || ptm.size() == (point.Altitude == 0 ? 64u : 80u), "MD01 writer: line length");
-          const bool themeEcrit = point.Theme == 1 || point.Theme == 2 || point.Theme == 3 || point.Theme == 6;
-          QUILLON_EXIGER(md01 || !themeEcrit || !CoordonneeTient(point.CoordY) || !CoordonneeTient(point.CoordX) ||
-                             !AltitudeTient(point.Altitude) || !PrecisionTient(point.PrecPlan) ||
-                             !PrecisionTient(point.PrecAlt),
-                         "MD01 writer: refused a point that fits its columns");
-          break;
-        }
-        default:
-          break;
+    // Precision -> MD01, for the themes that the MD01 run hands over.
+    switch (point.Theme) {
+      case 1: case 2: case 3: case 4: case 6: case 7: case 9: {
+        std::string ptm;
+        const int64_t avant = j.journal.NbErreursEcriture;
+        const bool md01 = EcrireLignePtMD01(ligne, point, ptm, j.journal);
+        QUILLON_EXIGER(md01 == (j.journal.NbErreursEcriture == avant),
+                       "MD01 writer: result disagrees with its counted messages");
+        QUILLON_EXIGER(!md01 || ptm.size() == (point.Altitude == 0 ? 64u : 80u), "MD01 writer: line length");
+        const bool themeEcrit = point.Theme == 1 || point.Theme == 2 || point.Theme == 3 || point.Theme == 6;
+        QUILLON_EXIGER(md01 || !themeEcrit || !CoordonneeTient(point.CoordY) || !CoordonneeTient(point.CoordX) ||
+                           !AltitudeTient(point.Altitude) || !PrecisionTient(point.PrecPlan) ||
+                           !PrecisionTient(point.PrecAlt),
+                       "MD01 writer: refused a point that fits its columns");
+        break;
       }
-      return "";
-    }();
+      default:
+        break;
+    }
+    return "";
   });
-  return erreur;
 }
 
 inline std::string LignesPtDC(const uint8_t* donnees, std::size_t taille) {
   using namespace detail;
   JournalIsole j;
   Point point;
-  std::string erreur;
-  ParLigne(Vue(donnees, taille), [&](std::string_view ligne, int i) {
-    if (!erreur.empty()) return;
-    erreur = [&]() -> std::string {
-      static constexpr int32_t kGroupes[] = {kGroupeCS, kGroupeOD, 0};
-      const int32_t groupe = kGroupes[i % 3];
-      const int64_t lecture = j.journal.NbErreursLecture;
-      const bool lu = LireLignePtDC(ligne, groupe, point, j.journal);
-      QUILLON_EXIGER(lu == (j.journal.NbErreursLecture == lecture),
-                     "DC line: accepted with reading errors, or rejected without");
-      if (!lu) return "";
-      QUILLON_EXIGER(point.NoCommune >= 1 && point.NoCommune <= 400, "DC line: commune out of 1..400");
-      QUILLON_EXIGER(point.NoPlan >= 0 && point.NoPlan <= 2999, "DC line: plan out of 0..2999");
-      QUILLON_EXIGER(point.Nature >= 1 && point.Nature <= 5, "DC line: nature out of 1..5");
-      QUILLON_EXIGER(ValeurLisible(point.Valeur), "DC line: value code out of the valid ones");
-      QUILLON_EXIGER(point.NoPoint == Colonnes(ligne, 14, 4), "DC line: point number not as read");
-      QUILLON_EXIGER(point.Commentaire == Colonnes(ligne, 69, 5), "DC line: comment not as read");
-      const int32_t attendu = point.NoCommune == 400 ? 1
-                              : detail::Colonnes(ligne, 19, 2).find('6') != std::string_view::npos ? groupe
-                              : (point.Valeur % 10 == 1 || point.Valeur % 10 == 2) ? 1
-                                                                                    : 6;
-      QUILLON_EXIGER(point.Theme == attendu, "DC line: theme not derived as it should");
+  return PremierEchec(donnees, taille, [&](std::string_view ligne, int i) -> std::string {
+    static constexpr int32_t kGroupes[] = {kGroupeCS, kGroupeOD, 0};
+    const int32_t groupe = kGroupes[i % 3];
+    const int64_t lecture = j.journal.NbErreursLecture;
+    const bool lu = LireLignePtDC(ligne, groupe, point, j.journal);
+    QUILLON_EXIGER(lu == (j.journal.NbErreursLecture == lecture),
+                   "DC line: accepted with reading errors, or rejected without");
+    if (!lu) return "";
+    QUILLON_EXIGER(point.NoCommune >= 1 && point.NoCommune <= 400, "DC line: commune out of 1..400");
+    QUILLON_EXIGER(point.NoPlan >= 0 && point.NoPlan <= 2999, "DC line: plan out of 0..2999");
+    QUILLON_EXIGER(point.Nature >= 1 && point.Nature <= 5, "DC line: nature out of 1..5");
+    QUILLON_EXIGER(ValeurLisible(point.Valeur), "DC line: value code out of the valid ones");
+    QUILLON_EXIGER(point.NoPoint == Colonnes(ligne, 14, 4), "DC line: point number not as read");
+    QUILLON_EXIGER(point.Commentaire == Colonnes(ligne, 69, 5), "DC line: comment not as read");
+    const int32_t attendu = point.NoCommune == 400 ? 1
+                            : detail::Colonnes(ligne, 19, 2).find('6') != std::string_view::npos ? groupe
+                            : (point.Valeur % 10 == 1 || point.Valeur % 10 == 2) ? 1
+                                                                                  : 6;
+    QUILLON_EXIGER(point.Theme == attendu, "DC line: theme not derived as it should");
 
-      // DC -> value: the value file must read back with the same point.
-      std::string ptv;
-      const int64_t ecriture = j.journal.NbErreursEcriture;
-      const bool ecrit = EcrireLignePtVal(ligne, true, point, ptv, j.journal);
-      QUILLON_EXIGER(ecrit == (j.journal.NbErreursEcriture == ecriture),
-                     "value writer: result disagrees with its counted messages");
-      const bool themeEcrit = point.Theme == 1 || point.Theme == 2 || point.Theme == 3 || point.Theme == 6;
-      QUILLON_EXIGER(ecrit || !themeEcrit || !CoordonneeTient(point.CoordY) || !CoordonneeTient(point.CoordX) ||
-                         !AltitudeTient(point.Altitude),
-                     "value writer: refused a DC point that fits its columns");
-      if (!ecrit) return "";
-      QUILLON_EXIGER(ptv.size() == 73 + point.Commentaire.size() + point.Type.size(), "value writer: columns shifted");
-      if (point.NoPlan != 0) {
-        JournalIsole k;
-        Point relu;
-        QUILLON_EXIGER(LireLignePtVal(ptv, relu, k.journal), "value line written from a DC point is not readable");
-        QUILLON_EXIGER(relu.Theme == point.Theme && relu.NoCommune == point.NoCommune &&
-                           relu.NoPlan == point.NoPlan && relu.Nature == point.Nature && relu.Valeur == point.Valeur,
-                       "value line from a DC point: a code changed");
-        QUILLON_EXIGER(AuMillimetre(relu.CoordY, point.CoordY) && AuMillimetre(relu.CoordX, point.CoordX) &&
-                           (relu.Altitude == 0 || AuMillimetre(relu.Altitude, point.Altitude)),
-                       "value line from a DC point: coordinates moved");
-      }
-      return "";
-    }();
+    // DC -> value: the value file must read back with the same point.
+    std::string ptv;
+    const int64_t ecriture = j.journal.NbErreursEcriture;
+    const bool ecrit = EcrireLignePtVal(ligne, true, point, ptv, j.journal);
+    QUILLON_EXIGER(ecrit == (j.journal.NbErreursEcriture == ecriture),
+                   "value writer: result disagrees with its counted messages");
+    const bool themeEcrit = point.Theme == 1 || point.Theme == 2 || point.Theme == 3 || point.Theme == 6;
+    QUILLON_EXIGER(ecrit || !themeEcrit || !CoordonneeTient(point.CoordY) || !CoordonneeTient(point.CoordX) ||
+                       !AltitudeTient(point.Altitude),
+                   "value writer: refused a DC point that fits its columns");
+    if (!ecrit) return "";
+    QUILLON_EXIGER(ptv.size() == 73 + point.Commentaire.size() + point.Type.size(), "value writer: columns shifted");
+    if (point.NoPlan != 0) {
+      JournalIsole k;
+      Point relu;
+      QUILLON_EXIGER(LireLignePtVal(ptv, relu, k.journal), "value line written from a DC point is not readable");
+      QUILLON_EXIGER(relu.Theme == point.Theme && relu.NoCommune == point.NoCommune &&
+                         relu.NoPlan == point.NoPlan && relu.Nature == point.Nature && relu.Valeur == point.Valeur,
+                     "value line from a DC point: a code changed");
+      QUILLON_EXIGER(AuMillimetre(relu.CoordY, point.CoordY) && AuMillimetre(relu.CoordX, point.CoordX) &&
+                         (relu.Altitude == 0 || AuMillimetre(relu.Altitude, point.Altitude)),
+                     "value line from a DC point: coordinates moved");
+    }
+    return "";
   });
-  return erreur;
 }
 
 inline std::string Conversion(const uint8_t* donnees, std::size_t taille) {
