@@ -186,9 +186,10 @@ inline std::string LignesPtVal(const uint8_t* donnees, std::size_t taille) {
     // Value -> precision; then back, which must give the same value code.
     const int16_t classe = ClasseDeLigne(i);
     const int32_t groupe = GroupeDeLigne(i);
-    std::string ptp;
+    LigneCible ciblePtp;
     const int64_t ecriture = j.journal.NbErreursEcriture;
-    const bool ecrit = EcrireLignePtPrecFiab(ligne, point, classe, groupe, ptp, j.journal);
+    const bool ecrit = EcrireLignePtPrecFiab(ligne, point, classe, groupe, ciblePtp, j.journal);
+    const std::string_view ptp = ciblePtp.Texte();
     QUILLON_EXIGER(ecrit == (j.journal.NbErreursEcriture == ecriture),
                    "precision writer: result disagrees with its counted messages");
     if (ecrit) {
@@ -208,8 +209,9 @@ inline std::string LignesPtVal(const uint8_t* donnees, std::size_t taille) {
                        "precision line: a code changed");
         QUILLON_EXIGER(AuMillimetre(relu.CoordY, point.CoordY) && AuMillimetre(relu.CoordX, point.CoordX),
                        "precision line: coordinates moved");
-        std::string ptv;
-        const bool retour = EcrireLignePtVal(ptp, false, relu, ptv, k.journal);
+        LigneCible ciblePtv;
+        const bool retour = EcrireLignePtVal(ptp, false, relu, ciblePtv, k.journal);
+        const std::string_view ptv = ciblePtv.Texte();
         if (retour && k.journal.NbErreursEcriture == 0 && relu.Theme != kThemeBlanc) {
           Point valeur;
           QUILLON_EXIGER(LireLignePtVal(ptv, valeur, k.journal), "value line written back is not readable");
@@ -223,9 +225,10 @@ inline std::string LignesPtVal(const uint8_t* donnees, std::size_t taille) {
     // The value writer with the point's own code (as for a DC point):
     // written again after reading, the line no longer changes once its
     // comment and type are full and its altitude survives the rounding.
-    std::string ptv;
+    LigneCible ciblePtv;
     const int64_t ecriture2 = j.journal.NbErreursEcriture;
-    if (EcrireLignePtVal(ligne, true, point, ptv, j.journal)) {
+    if (EcrireLignePtVal(ligne, true, point, ciblePtv, j.journal)) {
+      const std::string_view ptv = ciblePtv.Texte();
       QUILLON_EXIGER(j.journal.NbErreursEcriture == ecriture2, "value writer: written with an error");
       QUILLON_EXIGER(ptv.size() == 73 + point.Commentaire.size() + point.Type.size(),
                      "value writer: columns shifted");
@@ -233,8 +236,9 @@ inline std::string LignesPtVal(const uint8_t* donnees, std::size_t taille) {
         JournalIsole k;
         Point relu;
         QUILLON_EXIGER(LireLignePtVal(ptv, relu, k.journal), "value line rewritten is not readable");
-        std::string encore;
-        QUILLON_EXIGER(EcrireLignePtVal(ptv, true, relu, encore, k.journal), "value line rewritten: not writable");
+        LigneCible cibleEncore;
+        QUILLON_EXIGER(EcrireLignePtVal(ptv, true, relu, cibleEncore, k.journal), "value line rewritten: not writable");
+        const std::string_view encore = cibleEncore.Texte();
         const bool altitudeNulle = point.Altitude != 0 && relu.Altitude == 0;
         QUILLON_EXIGER(altitudeNulle || encore == ptv, "value line: writing is not stable");
       }
@@ -263,9 +267,10 @@ inline std::string LignesPtPrecFiab(const uint8_t* donnees, std::size_t taille) 
 
     // Precision -> value; a clean conversion reads back, and going to a
     // precision again at one of the scales gives the precision read.
-    std::string ptv;
+    LigneCible ciblePtv;
     const int64_t ecriture = j.journal.NbErreursEcriture;
-    const bool ecrit = EcrireLignePtVal(ligne, false, point, ptv, j.journal);
+    const bool ecrit = EcrireLignePtVal(ligne, false, point, ciblePtv, j.journal);
+    const std::string_view ptv = ciblePtv.Texte();
     QUILLON_EXIGER(ecrit || j.journal.NbErreursEcriture > ecriture, "value writer: refused without a counted message");
     if (ecrit) {
       QUILLON_EXIGER(ptv.size() == 73 + point.Commentaire.size() + point.Type.size(), "value writer: columns shifted");
@@ -280,11 +285,12 @@ inline std::string LignesPtPrecFiab(const uint8_t* donnees, std::size_t taille) 
         // class that defines its code (any class below 59).
         bool retrouvee = false;
         for (int16_t classe = 0; classe <= 6 && !retrouvee; ++classe) {
-          std::string ptp;
+          LigneCible ciblePtp;
           JournalIsole m;
-          if (!EcrireLignePtPrecFiab(ptv, valeur, classe, 0, ptp, m.journal)) continue;
+          if (!EcrireLignePtPrecFiab(ptv, valeur, classe, 0, ciblePtp, m.journal)) continue;
+          const std::string_view ptp = ciblePtp.Texte();
           retrouvee = ptp[25] == (point.FiabPlan == kOui ? 'O' : 'N') &&
-                      std::strtod(ptp.substr(26, 5).c_str(), nullptr) == point.PrecPlan;
+                      std::strtod(std::string(ptp.substr(26, 5)).c_str(), nullptr) == point.PrecPlan;
         }
         QUILLON_EXIGER(retrouvee, "precision -> value -> precision lost the precision");
       }
@@ -293,9 +299,10 @@ inline std::string LignesPtPrecFiab(const uint8_t* donnees, std::size_t taille) 
     // Precision -> MD01, for the themes that the MD01 run hands over.
     switch (point.Theme) {
       case 1: case 2: case 3: case 4: case 6: case 7: case 9: {
-        std::string ptm;
+        LigneCible ciblePtm;
         const int64_t avant = j.journal.NbErreursEcriture;
-        const bool md01 = EcrireLignePtMD01(ligne, point, ptm, j.journal);
+        const bool md01 = EcrireLignePtMD01(ligne, point, ciblePtm, j.journal);
+        const std::string_view ptm = ciblePtm.Texte();
         QUILLON_EXIGER(md01 == (j.journal.NbErreursEcriture == avant),
                        "MD01 writer: result disagrees with its counted messages");
         QUILLON_EXIGER(!md01 || ptm.size() == (point.Altitude == 0 ? 64u : 80u), "MD01 writer: line length");
@@ -338,9 +345,10 @@ inline std::string LignesPtDC(const uint8_t* donnees, std::size_t taille) {
     QUILLON_EXIGER(point.Theme == attendu, "DC line: theme not derived as it should");
 
     // DC -> value: the value file must read back with the same point.
-    std::string ptv;
+    LigneCible ciblePtv;
     const int64_t ecriture = j.journal.NbErreursEcriture;
-    const bool ecrit = EcrireLignePtVal(ligne, true, point, ptv, j.journal);
+    const bool ecrit = EcrireLignePtVal(ligne, true, point, ciblePtv, j.journal);
+    const std::string_view ptv = ciblePtv.Texte();
     QUILLON_EXIGER(ecrit == (j.journal.NbErreursEcriture == ecriture),
                    "value writer: result disagrees with its counted messages");
     const bool themeEcrit = point.Theme == 1 || point.Theme == 2 || point.Theme == 3 || point.Theme == 6;

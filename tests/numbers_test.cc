@@ -9,6 +9,14 @@
 namespace quillon {
 namespace {
 
+// The formatted text, or "<none>" when the formatter refuses the number.
+std::string Decimal(double valeur, int decimales) {
+  TamponNombre tampon;
+  std::string_view texte;
+  if (!FormaterDecimal(valeur, decimales, tampon, texte)) return "<none>";
+  return std::string(texte);
+}
+
 struct CasDecimal {
   const char* texte;
   bool valide;
@@ -44,9 +52,7 @@ TEST(Nombres, ConversionDecimaleIgnoreLaLocale) {
   EXPECT_TRUE(ConvertirDecimal("8.2", v));
   EXPECT_EQ(v, 8.2);
   EXPECT_FALSE(ConvertirDecimal("8,2", v));
-  std::string s;
-  AjouterDecimal(s, 8.25, 3);
-  EXPECT_EQ(s, "8.250");
+  EXPECT_EQ(Decimal(8.25, 3), "8.250");
   std::setlocale(LC_NUMERIC, sauve.c_str());
 }
 
@@ -86,15 +92,10 @@ TEST(Nombres, MotifsDecimaux) {
       {-0.5, 1, "-.5"},        {-12.25, 1, "-12.2"},   {0.05, 1, ".1"},          {-0.04, 1, ".0"},
       {999.95, 1, "1000.0"},   {230.9, 1, "230.9"},    {8.2, 1, "8.2"},          {-0.0, 3, ".000"},
   };
-  for (const CasFormat& c : cas) {
-    std::string s = "[";
-    EXPECT_TRUE(AjouterDecimal(s, c.valeur, c.decimales));
-    EXPECT_EQ(s, std::string("[") + c.attendu) << c.valeur;
-  }
-  std::string s;
-  EXPECT_FALSE(AjouterDecimal(s, std::nan(""), 1));
-  EXPECT_FALSE(AjouterDecimal(s, INFINITY, 3));
-  EXPECT_TRUE(AjouterDecimal(s, 1e300, 3));  // long, but a number
+  for (const CasFormat& c : cas) EXPECT_EQ(Decimal(c.valeur, c.decimales), c.attendu) << c.valeur;
+  EXPECT_EQ(Decimal(std::nan(""), 1), "<none>");
+  EXPECT_EQ(Decimal(INFINITY, 3), "<none>");
+  EXPECT_EQ(Decimal(-1e300, 3).size(), 306u);  // long, but a number: 301 digits, sign, point, decimals
 }
 
 // Every short decimal converts to exactly the double that the general
@@ -123,8 +124,7 @@ TEST(Nombres, FormatRapideIdentiqueAuFormatGeneral) {
   for (int i = 1; i < 2000; ++i) valeurs.push_back(i / 8.0);
   for (double v : valeurs) {
     for (int decimales : {1, 3}) {
-      std::string rapide;
-      AjouterDecimal(rapide, v, decimales);
+      const std::string rapide = Decimal(v, decimales);
       char tampon[64];
       const auto r = std::to_chars(tampon, tampon + sizeof tampon, v, std::chars_format::fixed, decimales);
       std::string general(tampon, r.ptr);

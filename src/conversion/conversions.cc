@@ -102,12 +102,12 @@ bool ConvertirPtPrecFiabEnPtVal(ReglagesExecution& reglages) {
   if (!run.Demarrer("Traduction de fichier de point de Prec/Fiab en Valeur")) return false;
   Journal& journal = reglages.journal;
   Point point;
-  std::string cible;
+  LigneCible cible;
   std::string_view ligne;
   while (run.LigneSuivante(ligne)) {
     if (!LireLignePtPrecFiab(ligne, point, journal)) continue;
     if (!EcrireLignePtVal(ligne, false, point, cible, journal)) continue;
-    run.EcrireCible(cible);
+    run.EcrireCible(cible.Texte());
   }
   return run.Terminer();
 }
@@ -117,12 +117,12 @@ bool ConvertirPtValEnPtPrecFiab(ReglagesExecution& reglages, int16_t classeEchel
   if (!run.Demarrer("Traduction de fichier de point de Valeur en Prec/Fiab")) return false;
   Journal& journal = reglages.journal;
   Point point;
-  std::string cible;
+  LigneCible cible;
   std::string_view ligne;
   while (run.LigneSuivante(ligne)) {
     if (!LireLignePtVal(ligne, point, journal)) continue;
     if (!EcrireLignePtPrecFiab(ligne, point, classeEchelle, groupeTheme, cible, journal)) continue;
-    run.EcrireCible(cible);
+    run.EcrireCible(cible.Texte());
   }
   return run.Terminer();
 }
@@ -132,12 +132,12 @@ bool ConvertirPtDCEnPtVal(ReglagesExecution& reglages, int32_t groupeTheme) {
   if (!run.Demarrer("Traduction de fichier de point de DC en Valeur")) return false;
   Journal& journal = reglages.journal;
   Point point;
-  std::string cible;
+  LigneCible cible;
   std::string_view ligne;
   while (run.LigneSuivante(ligne)) {
     if (!LireLignePtDC(ligne, groupeTheme, point, journal)) continue;
     if (!EcrireLignePtVal(ligne, true, point, cible, journal)) continue;
-    run.EcrireCible(cible);
+    run.EcrireCible(cible.Texte());
   }
   return run.Terminer();
 }
@@ -147,7 +147,7 @@ bool ConvertirPtPrecFiabEnPtMD01(ReglagesExecution& reglages) {
   if (!run.Demarrer("Traduction de fichier de point de Prec/Fiab en MD01")) return false;
   Journal& journal = reglages.journal;
   Point point;
-  std::string cible;
+  LigneCible cible;
   std::string_view ligne;
   while (run.LigneSuivante(ligne)) {
     if (!LireLignePtPrecFiab(ligne, point, journal)) continue;
@@ -156,7 +156,7 @@ bool ConvertirPtPrecFiabEnPtMD01(ReglagesExecution& reglages) {
       continue;
     }
     if (!EcrireLignePtMD01(ligne, point, cible, journal)) continue;
-    run.EcrireCible(cible);
+    run.EcrireCible(cible.Texte());
   }
   return run.Terminer();
 }

@@ -19,37 +19,37 @@ constexpr auto kMsgX = Ansi(u8"Problème lors de l'écriture de la coordonnée X
 constexpr auto kMsgAltitude = Ansi(u8"Problème lors de l'écriture de l'altitude");
 
 // The two-digit code of a theme that the value and precision files know.
-bool AjouterCodeTheme(std::string& ligne, int32_t theme) {
+bool AjouterCodeTheme(LigneCible& ligne, int32_t theme) {
   switch (theme) {
     case 1: case 2: case 3: case 4: case 6: case 7: case 9:
     case 71: case 72: case 73: case 74: case 76: case 77: case 79:
     case 81: case 82: case 83: case 84: case 86: case 87: case 89:
     case 99:
-      ligne += static_cast<char>('0' + theme / 10);
-      ligne += static_cast<char>('0' + theme % 10);
+      ligne.Ajouter(static_cast<char>('0' + theme / 10));
+      ligne.Ajouter(static_cast<char>('0' + theme % 10));
       return true;
     default:
-      ligne += "  ";
+      ligne.Ajouter("  ");
       return false;
   }
 }
 
-bool EcrireNombreADroite(std::string& ligne, double valeur, int decimales, std::size_t largeur) {
-  const std::size_t debut = ligne.size();
-  if (!AjouterDecimal(ligne, valeur, decimales)) {
-    ligne.append(largeur, ' ');
+bool EcrireNombreADroite(LigneCible& ligne, double valeur, int decimales, std::size_t largeur) {
+  TamponNombre tampon;
+  std::string_view texte;
+  if (!FormaterDecimal(valeur, decimales, tampon, texte)) {
+    ligne.AjouterBlancs(largeur);
     return false;
   }
-  return AlignerADroite(ligne, debut, largeur);
+  return ligne.AjouterADroite(texte, largeur);
 }
 
-bool EcrireEntierADroite(std::string& ligne, long long valeur, std::size_t largeur) {
-  const std::size_t debut = ligne.size();
-  AjouterEntierDiese(ligne, valeur);
-  return AlignerADroite(ligne, debut, largeur);
+bool EcrireEntierADroite(LigneCible& ligne, long long valeur, std::size_t largeur) {
+  TamponNombre tampon;
+  return ligne.AjouterADroite(FormaterEntierDiese(valeur, tampon), largeur);
 }
 
-bool EcrireCoordonnee(std::string& ligne, double valeur, std::string_view message, Journal& journal) {
+bool EcrireCoordonnee(LigneCible& ligne, double valeur, std::string_view message, Journal& journal) {
   if (!EcrireNombreADroite(ligne, valeur, 3, 11)) return EchecEcriture(journal, message);
   return true;
 }
@@ -61,123 +61,138 @@ bool EchecEcriture(Journal& journal, std::string_view message) {
   return false;
 }
 
-bool EcrireThemePtVal(std::string& ligne, int32_t theme, Journal& journal) {
+bool EcrireThemePtVal(LigneCible& ligne, int32_t theme, Journal& journal) {
   if (!AjouterCodeTheme(ligne, theme)) return EchecEcriture(journal, kMsgTheme);
   return true;
 }
 
-bool EcrireThemePtPrecFiab(std::string& ligne, int32_t theme, int32_t groupeTheme, bool substitution,
+bool EcrireThemePtPrecFiab(LigneCible& ligne, int32_t theme, int32_t groupeTheme, bool substitution,
                            Journal& journal) {
   if (!substitution) return EcrireThemePtVal(ligne, theme, journal);
   if (groupeTheme == kGroupeCS) {
-    ligne += "02";
+    ligne.Ajouter("02");
   } else if (groupeTheme == kGroupeOD) {
-    ligne += "03";
+    ligne.Ajouter("03");
   } else {
     // A console run that named no theme group: the column stays blank.
-    ligne += "  ";
+    ligne.Ajouter("  ");
   }
   return true;
 }
 
-bool EcrireThemeMD01(std::string& ligne, int32_t theme, Journal& journal) {
+bool EcrireThemeMD01(LigneCible& ligne, int32_t theme, Journal& journal) {
   switch (theme) {
-    case 1: ligne += "PF"; return true;
-    case 2: ligne += "CS"; return true;
-    case 3: ligne += "OD"; return true;
-    case 6: ligne += "BF"; return true;
+    case 1: ligne.Ajouter("PF"); return true;
+    case 2: ligne.Ajouter("CS"); return true;
+    case 3: ligne.Ajouter("OD"); return true;
+    case 6: ligne.Ajouter("BF"); return true;
     default:
-      ligne += "  ";
+      ligne.Ajouter("  ");
       return EchecEcriture(journal, kMsgThemeMD01);
   }
 }
 
-bool EcrireCommune(std::string& ligne, int16_t commune, Journal& journal) {
+bool EcrireCommune(LigneCible& ligne, int16_t commune, Journal& journal) {
   if (!EcrireEntierADroite(ligne, commune, 4)) return EchecEcriture(journal, kMsgCommune);
   return true;
 }
 
-bool EcrirePlan(std::string& ligne, int16_t plan, Journal& journal) {
+bool EcrirePlan(LigneCible& ligne, int16_t plan, Journal& journal) {
   if (!EcrireEntierADroite(ligne, plan, 4)) return EchecEcriture(journal, kMsgPlan);
   return true;
 }
 
-bool EcrireCommunePlanMD01(std::string& ligne, int16_t commune, int16_t plan, Journal& journal) {
-  const std::size_t debut = ligne.size();
-  ligne += "KQ0";
-  AjouterEntierZeros(ligne, commune, 3);
-  ligne += "00";
-  AjouterEntierZeros(ligne, plan, 4);
-  if (ligne.size() - debut != 12) return EchecEcriture(journal, kMsgCommune);
+bool EcrireCommunePlanMD01(LigneCible& ligne, int16_t commune, int16_t plan, Journal& journal) {
+  TamponNombre tamponCommune, tamponPlan;
+  const std::string_view texteCommune = FormaterEntierZeros(commune, 3, tamponCommune);
+  const std::string_view textePlan = FormaterEntierZeros(plan, 4, tamponPlan);
+  if (texteCommune.size() != 3 || textePlan.size() != 4) {
+    ligne.AjouterBlancs(12);
+    return EchecEcriture(journal, kMsgCommune);
+  }
+  ligne.Ajouter("KQ0");
+  ligne.Ajouter(texteCommune);
+  ligne.Ajouter("00");
+  ligne.Ajouter(textePlan);
   return true;
 }
 
-bool EcrireNumeroPoint(std::string& ligne, std::string_view numero, Journal& journal) {
-  if (!AjouterADroite(ligne, Rogner(numero), 12)) return EchecEcriture(journal, kMsgNumeroPoint);
+bool EcrireNumeroPoint(LigneCible& ligne, std::string_view numero, Journal& journal) {
+  if (!ligne.AjouterADroite(Rogner(numero), 12)) return EchecEcriture(journal, kMsgNumeroPoint);
   return true;
 }
 
-bool EcrireNature(std::string& ligne, int32_t nature, Journal& journal) {
-  if (nature < 1 || nature > 6) return EchecEcriture(journal, kMsgNature);
-  ligne += ' ';
-  ligne += static_cast<char>('0' + nature);
+bool EcrireNature(LigneCible& ligne, int32_t nature, Journal& journal) {
+  if (nature < 1 || nature > 6) {
+    ligne.AjouterBlancs(2);
+    return EchecEcriture(journal, kMsgNature);
+  }
+  ligne.Ajouter(' ');
+  ligne.Ajouter(static_cast<char>('0' + nature));
   return true;
 }
 
-bool EcrireNatureMD01(std::string& ligne, int32_t nature, Journal& journal) {
+bool EcrireNatureMD01(LigneCible& ligne, int32_t nature, Journal& journal) {
   static constexpr char kCodes[] = {'0', '2', '5', '4', '6', '6'};
-  if (nature < 1 || nature > 6) return EchecEcriture(journal, kMsgNature);
-  ligne += kCodes[nature - 1];
+  if (nature < 1 || nature > 6) {
+    ligne.Ajouter(' ');
+    return EchecEcriture(journal, kMsgNature);
+  }
+  ligne.Ajouter(kCodes[nature - 1]);
   return true;
 }
 
-bool EcrireFichePFP3(std::string& ligne, int32_t fiche, Journal&) {
-  ligne += fiche == kOui ? 'O' : fiche == kNon ? 'N' : ' ';
+bool EcrireFichePFP3(LigneCible& ligne, int32_t fiche, Journal&) {
+  ligne.Ajouter(fiche == kOui ? 'O' : fiche == kNon ? 'N' : ' ');
   return true;
 }
 
-bool EcrireFichePFP3MD01(std::string& ligne, int32_t fiche, Journal&) {
-  ligne += fiche == kOui ? '0' : '1';
+bool EcrireFichePFP3MD01(LigneCible& ligne, int32_t fiche, Journal&) {
+  ligne.Ajouter(fiche == kOui ? '0' : '1');
   return true;
 }
 
-bool EcrireDefiniExactementMD01(std::string& ligne, int32_t theme, int32_t nature, Journal&) {
-  ligne += theme == 1 ? ' ' : nature == 6 ? '1' : '0';
+bool EcrireDefiniExactementMD01(LigneCible& ligne, int32_t theme, int32_t nature, Journal&) {
+  ligne.Ajouter(theme == 1 ? ' ' : nature == 6 ? '1' : '0');
   return true;
 }
 
-bool EcrireAncienneBorneSpecialeMD01(std::string& ligne, int32_t theme, Journal&) {
-  ligne += theme == 1 ? ' ' : '1';
+bool EcrireAncienneBorneSpecialeMD01(LigneCible& ligne, int32_t theme, Journal&) {
+  ligne.Ajouter(theme == 1 ? ' ' : '1');
   return true;
 }
 
-bool EcrireCoordonneeY(std::string& ligne, double y, Journal& journal) {
+bool EcrireCoordonneeY(LigneCible& ligne, double y, Journal& journal) {
   return EcrireCoordonnee(ligne, y, kMsgY, journal);
 }
 
-bool EcrireCoordonneeX(std::string& ligne, double x, Journal& journal) {
+bool EcrireCoordonneeX(LigneCible& ligne, double x, Journal& journal) {
   return EcrireCoordonnee(ligne, x, kMsgX, journal);
 }
 
-bool EcrireAltitude(std::string& ligne, double altitude, Journal& journal) {
+bool EcrireAltitude(LigneCible& ligne, double altitude, Journal& journal) {
   if (altitude == 0) {
-    ligne.append(8, ' ');
+    ligne.AjouterBlancs(8);
     return true;
   }
   if (!EcrireNombreADroite(ligne, altitude, 3, 8)) return EchecEcriture(journal, kMsgAltitude);
   return true;
 }
 
-bool AjouterPrecision(std::string& ligne, double precision) {
-  return EcrireNombreADroite(ligne, precision, 1, 5);
+bool FormaterPrecision(TextePrecision& texte, double precision) {
+  TamponNombre tampon;
+  std::string_view chiffres;
+  if (!FormaterDecimal(precision, 1, tampon, chiffres)) {
+    texte.Effacer();
+    return false;
+  }
+  return texte.Placer(chiffres);
 }
 
-bool EcrirePrecFiabMD01(TextesPrecFiabMD01& textes, double precPlan, int32_t fiabPlan, double precAlt,
+bool EcrirePrecFiabMD01(TextesPrecFiab& textes, double precPlan, int32_t fiabPlan, double precAlt,
                         int32_t fiabAlt, Journal& journal) {
-  textes.PrecPlan.clear();
-  textes.PrecAlt.clear();
-  const bool plan = AjouterPrecision(textes.PrecPlan, precPlan);
-  const bool alt = AjouterPrecision(textes.PrecAlt, precAlt);
+  const bool plan = FormaterPrecision(textes.PrecPlan, precPlan);
+  const bool alt = FormaterPrecision(textes.PrecAlt, precAlt);
   textes.FiabPlan = fiabPlan == kOui ? '0' : '1';
   textes.FiabAlt = fiabAlt == kOui ? '0' : '1';
   if (!plan || !alt) return EchecEcriture(journal, kMsgPrecFiabMD01);

@@ -1,52 +1,59 @@
 // Field writers: each appends the fixed-width text of its column range to
-// the target line being built, and on failure logs
+// the target line being built (blanks when it fails, so that the columns
+// keep their places), and on failure logs
 //   ECRITURE: ligne N: <message>
 // counted as a writing error, and returns false. The line writer goes on
 // with the other fields and rejects the line at the end.
 #pragma once
 
 #include <cstdint>
-#include <string>
 #include <string_view>
 
 #include "conversion/journal.h"
+#include "formats/target_line.h"
 
 namespace quillon {
 
 // Logs a writing error; returns false.
 bool EchecEcriture(Journal& journal, std::string_view message);
 
-bool EcrireThemePtVal(std::string& ligne, int32_t theme, Journal& journal);
+bool EcrireThemePtVal(LigneCible& ligne, int32_t theme, Journal& journal);
 // With `substitution` set (blank theme, nature 5 or 6) the theme group is
 // written instead of the theme: "02" or "03"; any other group gives two
 // blanks, so that the columns keep their places.
-bool EcrireThemePtPrecFiab(std::string& ligne, int32_t theme, int32_t groupeTheme, bool substitution,
+bool EcrireThemePtPrecFiab(LigneCible& ligne, int32_t theme, int32_t groupeTheme, bool substitution,
                            Journal& journal);
-bool EcrireThemeMD01(std::string& ligne, int32_t theme, Journal& journal);
-bool EcrireCommune(std::string& ligne, int16_t commune, Journal& journal);
-bool EcrirePlan(std::string& ligne, int16_t plan, Journal& journal);
-bool EcrireCommunePlanMD01(std::string& ligne, int16_t commune, int16_t plan, Journal& journal);
-bool EcrireNumeroPoint(std::string& ligne, std::string_view numero, Journal& journal);
-bool EcrireNature(std::string& ligne, int32_t nature, Journal& journal);
-bool EcrireNatureMD01(std::string& ligne, int32_t nature, Journal& journal);
-bool EcrireFichePFP3(std::string& ligne, int32_t fiche, Journal& journal);
-bool EcrireFichePFP3MD01(std::string& ligne, int32_t fiche, Journal& journal);
-bool EcrireDefiniExactementMD01(std::string& ligne, int32_t theme, int32_t nature, Journal& journal);
-bool EcrireAncienneBorneSpecialeMD01(std::string& ligne, int32_t theme, Journal& journal);
-bool EcrireCoordonneeY(std::string& ligne, double y, Journal& journal);
-bool EcrireCoordonneeX(std::string& ligne, double x, Journal& journal);
+bool EcrireThemeMD01(LigneCible& ligne, int32_t theme, Journal& journal);
+bool EcrireCommune(LigneCible& ligne, int16_t commune, Journal& journal);
+bool EcrirePlan(LigneCible& ligne, int16_t plan, Journal& journal);
+bool EcrireCommunePlanMD01(LigneCible& ligne, int16_t commune, int16_t plan, Journal& journal);
+bool EcrireNumeroPoint(LigneCible& ligne, std::string_view numero, Journal& journal);
+bool EcrireNature(LigneCible& ligne, int32_t nature, Journal& journal);
+bool EcrireNatureMD01(LigneCible& ligne, int32_t nature, Journal& journal);
+bool EcrireFichePFP3(LigneCible& ligne, int32_t fiche, Journal& journal);
+bool EcrireFichePFP3MD01(LigneCible& ligne, int32_t fiche, Journal& journal);
+bool EcrireDefiniExactementMD01(LigneCible& ligne, int32_t theme, int32_t nature, Journal& journal);
+bool EcrireAncienneBorneSpecialeMD01(LigneCible& ligne, int32_t theme, Journal& journal);
+bool EcrireCoordonneeY(LigneCible& ligne, double y, Journal& journal);
+bool EcrireCoordonneeX(LigneCible& ligne, double x, Journal& journal);
 // Altitude 0 gives eight blanks.
-bool EcrireAltitude(std::string& ligne, double altitude, Journal& journal);
+bool EcrireAltitude(LigneCible& ligne, double altitude, Journal& journal);
 
-// The four precision texts of an MD01 line; the reliabilities are one digit.
-struct TextesPrecFiabMD01 {
-  std::string PrecPlan, PrecAlt;
-  char FiabPlan = '1', FiabAlt = '1';
+// The four precision and reliability texts of a precision or MD01 line:
+// PrecPlan and PrecAlt "#.0" in 5, FiabPlan and FiabAlt one byte; blank
+// until a lookup or a writer fills them.
+struct TextesPrecFiab {
+  TextePrecision PrecPlan;
+  char FiabPlan = ' ';
+  TextePrecision PrecAlt;
+  char FiabAlt = ' ';
 };
-bool EcrirePrecFiabMD01(TextesPrecFiabMD01& textes, double precPlan, int32_t fiabPlan, double precAlt,
+
+// The MD01 texts: the reliabilities are one digit, "0" for yes.
+bool EcrirePrecFiabMD01(TextesPrecFiab& textes, double precPlan, int32_t fiabPlan, double precAlt,
                         int32_t fiabAlt, Journal& journal);
 
-// A number with pattern "#.0" right-aligned in 5; false when longer.
-bool AjouterPrecision(std::string& ligne, double precision);
+// A number with pattern "#.0" right-aligned in 5; blank and false when longer.
+bool FormaterPrecision(TextePrecision& texte, double precision);
 
 }  // namespace quillon

@@ -1,10 +1,9 @@
 #include "formats/numbers.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstring>
 #include <cstdint>
-#include <limits>
 
 namespace quillon {
 namespace {
@@ -117,94 +116,93 @@ bool ConvertirEntier(std::string_view texte, int16_t& valeur) {
   return true;
 }
 
-void AjouterEntierDiese(std::string& sortie, long long n) {
-  if (n == 0) return;
-  char tampon[24];
-  const auto r = std::to_chars(tampon, tampon + sizeof tampon, n);
-  sortie.append(tampon, r.ptr);
+namespace {
+
+// Writes the digits of `n` backwards, ending at `fin`; returns the first.
+char* ChiffresAReculons(char* fin, uint64_t n) {
+  do {
+    *--fin = static_cast<char>('0' + n % 10);
+    n /= 10;
+  } while (n > 0);
+  return fin;
 }
 
-void AjouterEntierZeros(std::string& sortie, long long n, int chiffres) {
-  char tampon[48];
-  char* fin = tampon + sizeof tampon;
-  char* p = fin;
-  unsigned long long reste = n < 0 ? 0ULL - static_cast<unsigned long long>(n) : static_cast<unsigned long long>(n);
-  do {
-    *--p = static_cast<char>('0' + reste % 10);
-    reste /= 10;
-  } while (reste > 0);
-  while (fin - p < chiffres && p > tampon + 1) *--p = '0';
+uint64_t ValeurAbsolue(long long n) {
+  return n < 0 ? 0 - static_cast<uint64_t>(n) : static_cast<uint64_t>(n);
+}
+
+char* Fin(TamponNombre& tampon) { return tampon.octets + sizeof tampon.octets; }
+
+std::string_view Vue(const char* debut, const char* fin) {
+  return {debut, static_cast<std::size_t>(fin - debut)};
+}
+
+}  // namespace
+
+std::string_view FormaterEntierDiese(long long n, TamponNombre& tampon) {
+  if (n == 0) return {};
+  char* p = ChiffresAReculons(Fin(tampon), ValeurAbsolue(n));
   if (n < 0) *--p = '-';
-  sortie.append(p, fin);
+  return Vue(p, Fin(tampon));
+}
+
+std::string_view FormaterEntierZeros(long long n, int chiffres, TamponNombre& tampon) {
+  char* p = ChiffresAReculons(Fin(tampon), ValeurAbsolue(n));
+  while (Fin(tampon) - p < chiffres && p > tampon.octets + 1) *--p = '0';
+  if (n < 0) *--p = '-';
+  return Vue(p, Fin(tampon));
 }
 
 namespace {
 
 // The number times 10^decimales rounded to an integer, exactly as the
 // general formatting rounds it (to nearest, a half to even, on the exact
-// value of the double). With a 64-bit long double mantissa the product of a
-// double by 10 or 1000 is exact, so rounding it is exact too; where long
-// double is no wider than double, or the number is large, this says no and
-// the general formatting is used.
+// value of the double).
+//
+// The product p is rounded once, by at most half a unit in its last place:
+// under 2^-14 while |p| < 2^40. So when p lies farther than 2^-12 from a
+// half-integer, rounding p gives the integer nearest to the exact product;
+// close to a half this says no, and the general formatting decides.
 bool ArrondirRapide(double valeur, int decimales, int64_t& entier) {
-  if constexpr (std::numeric_limits<long double>::digits < 64) {
-    return false;
-  } else {
-    if (decimales > 3 || !(std::fabs(valeur) < 1e15)) return false;
-    static constexpr long double kEchelles[] = {1.0L, 10.0L, 100.0L, 1000.0L};
-    entier = std::llrint(static_cast<long double>(valeur) * kEchelles[decimales]);
-    return true;
-  }
+  static constexpr double kEchelles[] = {1.0, 10.0, 100.0, 1000.0};
+  if (decimales < 0 || decimales > 3) return false;
+  const double p = valeur * kEchelles[decimales];
+  if (!(std::fabs(p) < 0x1p40)) return false;
+  // Adding and taking away 1.5 * 2^52 leaves p rounded to an integer, to
+  // nearest and a half to even, in the default rounding mode.
+  constexpr double kArrondi = 0x1.8p52;
+  const double arrondi = (p + kArrondi) - kArrondi;
+  if (std::fabs(p - arrondi) > 0.5 - 0x1p-12) return false;
+  entier = static_cast<int64_t>(arrondi);
+  return true;
 }
 
 }  // namespace
 
-bool AjouterDecimal(std::string& sortie, double valeur, int decimales) {
+bool FormaterDecimal(double valeur, int decimales, TamponNombre& tampon, std::string_view& texte) {
   if (!std::isfinite(valeur)) return false;
   int64_t entier;
   if (ArrondirRapide(valeur, decimales, entier)) {
     // "#.000": the integer part without leading zeros, then the decimals.
-    char tampon[32];
-    char* fin = tampon + sizeof tampon;
-    char* p = fin;
-    uint64_t reste = entier < 0 ? 0 - static_cast<uint64_t>(entier) : static_cast<uint64_t>(entier);
+    char* p = Fin(tampon);
+    uint64_t reste = ValeurAbsolue(entier);
     for (int k = 0; k < decimales; ++k, reste /= 10) *--p = static_cast<char>('0' + reste % 10);
     *--p = '.';
-    for (; reste > 0; reste /= 10) *--p = static_cast<char>('0' + reste % 10);
+    if (reste > 0) p = ChiffresAReculons(p, reste);
     if (entier < 0) *--p = '-';  // a number rounding to zero has no sign
-    sortie.append(p, fin);
+    texte = Vue(p, Fin(tampon));
     return true;
   }
-  char tampon[400];  // the largest double in fixed notation, with its decimals
-  const auto r = std::to_chars(tampon, tampon + sizeof tampon, valeur, std::chars_format::fixed, decimales);
+  char* p = tampon.octets;
+  const auto r = std::to_chars(p, Fin(tampon), valeur, std::chars_format::fixed, decimales);
   if (r.ec != std::errc()) return false;
-  std::string_view texte(tampon, r.ptr - tampon);
-  bool negatif = false;
-  if (!texte.empty() && texte[0] == '-') {
-    negatif = true;
-    texte.remove_prefix(1);
-  }
-  if (texte.size() > 1 && texte[0] == '0' && texte[1] == '.') texte.remove_prefix(1);
-  if (negatif && texte.find_first_not_of("0.") != std::string_view::npos) sortie += '-';
-  sortie += texte;
+  const bool negatif = *p == '-';
+  if (negatif) ++p;
+  if (r.ptr - p > 1 && p[0] == '0' && p[1] == '.') ++p;  // "0.50" gives ".50"
+  const bool zero = std::all_of(p, r.ptr, [](char c) { return c == '0' || c == '.'; });
+  if (negatif && !zero) *--p = '-';
+  texte = Vue(p, r.ptr);
   return true;
-}
-
-bool AlignerADroite(std::string& ligne, std::size_t debut, std::size_t largeur) {
-  const std::size_t taille = ligne.size() - debut;
-  if (taille >= largeur) return taille == largeur;
-  const std::size_t blancs = largeur - taille;
-  ligne.resize(ligne.size() + blancs);
-  char* texte = ligne.data() + debut;
-  std::memmove(texte + blancs, texte, taille);
-  std::memset(texte, ' ', blancs);
-  return true;
-}
-
-bool AjouterADroite(std::string& sortie, std::string_view texte, std::size_t largeur) {
-  if (texte.size() < largeur) sortie.append(largeur - texte.size(), ' ');
-  sortie += texte;
-  return texte.size() <= largeur;
 }
 
 }  // namespace quillon

@@ -8,7 +8,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 #include <string_view>
 
 namespace quillon {
@@ -25,24 +24,22 @@ bool ConvertirDecimal(std::string_view texte, double& valeur);
 // number or the result lies outside -32768..32767.
 bool ConvertirEntier(std::string_view texte, int16_t& valeur);
 
+// Room for the longest number text: the largest double with three decimals
+// (309 digits, the point, the decimals, the sign).
+struct TamponNombre {
+  char octets[320];
+};
+
+// The formatters below build their text in `tampon` and return a view of it.
 // Pattern "#": decimal digits, minus sign when negative, 0 gives "".
-void AjouterEntierDiese(std::string& sortie, long long n);
+std::string_view FormaterEntierDiese(long long n, TamponNombre& tampon);
 // Pattern "0", "000", "0000": at least `chiffres` digits, zero-padded.
-void AjouterEntierZeros(std::string& sortie, long long n, int chiffres);
+std::string_view FormaterEntierZeros(long long n, int chiffres, TamponNombre& tampon);
 // Patterns "#.0" (decimales 1) and "#.000" (decimales 3): correctly rounded,
 // no digit before the point when the integer part is 0 (".5", ".000"), and no
-// sign on a number that rounds to zero. False (nothing appended) when the
-// number cannot be written (not finite).
-bool AjouterDecimal(std::string& sortie, double valeur, int decimales);
-
-// Appends `texte` right-aligned in `largeur` bytes (blanks on the left).
-// A longer text is appended whole, not cut, and the result is false.
-bool AjouterADroite(std::string& sortie, std::string_view texte, std::size_t largeur);
-
-// Right-aligns in `largeur` bytes the text appended to `ligne` since
-// position `debut`, by inserting blanks before it; false when it is longer
-// (it is left whole).
-bool AlignerADroite(std::string& ligne, std::size_t debut, std::size_t largeur);
+// sign on a number that rounds to zero. False when the number cannot be
+// written (not finite).
+bool FormaterDecimal(double valeur, int decimales, TamponNombre& tampon, std::string_view& texte);
 
 // Removes leading and trailing spaces (only spaces, not tabs).
 std::string_view Rogner(std::string_view texte);

@@ -4,35 +4,35 @@
 
 namespace quillon {
 
-bool EcrireLignePtMD01(std::string_view ligneSource, const Point& point, std::string& cible, Journal& journal) {
-  cible.clear();
+bool EcrireLignePtMD01(std::string_view ligneSource, const Point& point, LigneCible& cible, Journal& journal) {
+  cible.Effacer();
   bool ok = EcrireThemeMD01(cible, point.Theme, journal);
-  cible += ' ';
+  cible.Ajouter(' ');
   ok &= EcrireCommunePlanMD01(cible, point.NoCommune, point.NoPlan, journal);
-  cible += ' ';
+  cible.Ajouter(' ');
   ok &= EcrireNumeroPoint(cible, point.NoPoint, journal);
-  cible += ' ';
+  cible.Ajouter(' ');
   ok &= EcrireNatureMD01(cible, point.Nature, journal);
   ok &= EcrireFichePFP3MD01(cible, point.FichePFP3, journal);
   ok &= EcrireDefiniExactementMD01(cible, point.Theme, point.Nature, journal);
   ok &= EcrireAncienneBorneSpecialeMD01(cible, point.Theme, journal);
-  cible += ' ';
+  cible.Ajouter(' ');
   ok &= EcrireCoordonneeY(cible, point.CoordY, journal);
-  cible += ' ';
+  cible.Ajouter(' ');
   ok &= EcrireCoordonneeX(cible, point.CoordX, journal);
 
-  TextesPrecFiabMD01 textes;
+  TextesPrecFiab textes;
   ok &= EcrirePrecFiabMD01(textes, point.PrecPlan, point.FiabPlan, point.PrecAlt, point.FiabAlt, journal);
-  cible += ' ';
-  cible += textes.FiabPlan;
-  cible += textes.PrecPlan;
+  cible.Ajouter(' ');
+  cible.Ajouter(textes.FiabPlan);
+  cible.Ajouter(textes.PrecPlan.Vue());
 
   if (point.Altitude != 0) {
-    cible += ' ';
+    cible.Ajouter(' ');
     ok &= EcrireAltitude(cible, point.Altitude, journal);
-    cible += ' ';
-    cible += textes.FiabAlt;
-    cible += textes.PrecAlt;
+    cible.Ajouter(' ');
+    cible.Ajouter(textes.FiabAlt);
+    cible.Ajouter(textes.PrecAlt.Vue());
   }
 
   if (!ok) journal.EcrireLog(false, false, false, false, ligneSource);

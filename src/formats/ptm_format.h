@@ -10,10 +10,11 @@
 #include <string_view>
 
 #include "conversion/journal.h"
+#include "formats/target_line.h"
 #include "model/point.h"
 
 namespace quillon {
 
-bool EcrireLignePtMD01(std::string_view ligneSource, const Point& point, std::string& cible, Journal& journal);
+bool EcrireLignePtMD01(std::string_view ligneSource, const Point& point, LigneCible& cible, Journal& journal);
 
 }  // namespace quillon

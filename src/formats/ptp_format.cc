@@ -27,8 +27,8 @@ bool LireLignePtPrecFiab(std::string_view ligne, Point& point, Journal& journal)
 }
 
 bool EcrireLignePtPrecFiab(std::string_view ligneSource, const Point& point, int16_t classeEchelle,
-                           int32_t groupeTheme, std::string& cible, Journal& journal) {
-  cible.clear();
+                           int32_t groupeTheme, LigneCible& cible, Journal& journal) {
+  cible.Effacer();
   const bool substitution = point.Theme == kThemeBlanc && (point.Nature == 5 || point.Nature == 6);
   bool ok = EcrireThemePtPrecFiab(cible, point.Theme, groupeTheme, substitution, journal);
   ok &= EcrireCommune(cible, point.NoCommune, journal);
@@ -39,26 +39,26 @@ bool EcrireLignePtPrecFiab(std::string_view ligneSource, const Point& point, int
 
   TextesPrecFiab textes;
   ok &= EcrirePrecFiabPlan(textes, point.Theme, point.Valeur, classeEchelle, journal);
-  cible += textes.FiabPlan;
-  cible += textes.PrecPlan;
+  cible.Ajouter(textes.FiabPlan);
+  cible.Ajouter(textes.PrecPlan.Vue());
 
-  cible += ' ';
+  cible.Ajouter(' ');
   ok &= EcrireCoordonneeY(cible, point.CoordY, journal);
-  cible += ' ';
+  cible.Ajouter(' ');
   ok &= EcrireCoordonneeX(cible, point.CoordX, journal);
-  cible += ' ';
+  cible.Ajouter(' ');
   ok &= EcrireAltitude(cible, point.Altitude, journal);
   if (point.Altitude == 0) {
-    cible.append(8, ' ');
+    cible.AjouterBlancs(8);
   } else {
-    cible += ' ';
-    cible += textes.FiabAlt;
-    cible += textes.PrecAlt;
-    cible += ' ';
+    cible.Ajouter(' ');
+    cible.Ajouter(textes.FiabAlt);
+    cible.Ajouter(textes.PrecAlt.Vue());
+    cible.Ajouter(' ');
   }
-  cible += point.Commentaire;
-  cible += ' ';
-  cible += point.Type;
+  cible.Ajouter(point.Commentaire);
+  cible.Ajouter(' ');
+  cible.Ajouter(point.Type);
 
   if (!ok) journal.EcrireLog(false, false, false, false, ligneSource);
   return ok;

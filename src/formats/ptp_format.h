@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "conversion/journal.h"
+#include "formats/target_line.h"
 #include "model/point.h"
 
 namespace quillon {
@@ -23,6 +24,6 @@ bool LireLignePtPrecFiab(std::string_view ligne, Point& point, Journal& journal)
 // and the run's scale class. A blank theme of nature 5 or 6 takes the theme
 // group. False (line copied to the log) when any column failed.
 bool EcrireLignePtPrecFiab(std::string_view ligneSource, const Point& point, int16_t classeEchelle,
-                           int32_t groupeTheme, std::string& cible, Journal& journal);
+                           int32_t groupeTheme, LigneCible& cible, Journal& journal);
 
 }  // namespace quillon

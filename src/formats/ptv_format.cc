@@ -24,9 +24,9 @@ bool LireLignePtVal(std::string_view ligne, Point& point, Journal& journal) {
   return ok;
 }
 
-bool EcrireLignePtVal(std::string_view ligneSource, bool valeurConnue, const Point& point, std::string& cible,
+bool EcrireLignePtVal(std::string_view ligneSource, bool valeurConnue, const Point& point, LigneCible& cible,
                       Journal& journal) {
-  cible.clear();
+  cible.Effacer();
   bool champsOk = EcrireThemePtVal(cible, point.Theme, journal);
   champsOk &= EcrireCommune(cible, point.NoCommune, journal);
   champsOk &= EcrirePlan(cible, point.NoPlan, journal);
@@ -35,28 +35,28 @@ bool EcrireLignePtVal(std::string_view ligneSource, bool valeurConnue, const Poi
   if (point.Theme == 1 || point.Theme == 71 || point.Theme == 81) {
     champsOk &= EcrireFichePFP3(cible, point.FichePFP3, journal);
   } else {
-    cible += ' ';
+    cible.Ajouter(' ');
   }
-  cible += 'R';
+  cible.Ajouter('R');
 
   // A theme without a value table leaves the column blank, two wide.
-  std::string texteValeur = "  ";
+  TexteValeur texteValeur;
   const bool valeurOk = valeurConnue ? EcrireValeurConnue(texteValeur, point.Valeur, journal)
                                      : EcrireValeur(texteValeur, point.Theme, point.PrecPlan, point.FiabPlan, journal);
-  cible += ' ';
-  cible += texteValeur;
-  cible += ". ";
+  cible.Ajouter(' ');
+  cible.Ajouter(texteValeur.Vue());
+  cible.Ajouter(". ");
 
-  cible += ' ';
+  cible.Ajouter(' ');
   champsOk &= EcrireCoordonneeY(cible, point.CoordY, journal);
-  cible += ' ';
+  cible.Ajouter(' ');
   champsOk &= EcrireCoordonneeX(cible, point.CoordX, journal);
-  cible += ' ';
+  cible.Ajouter(' ');
   champsOk &= EcrireAltitude(cible, point.Altitude, journal);
-  cible.append(8, ' ');
-  cible += point.Commentaire;
-  cible += ' ';
-  cible += point.Type;
+  cible.AjouterBlancs(8);
+  cible.Ajouter(point.Commentaire);
+  cible.Ajouter(' ');
+  cible.Ajouter(point.Type);
 
   if (!champsOk || !valeurOk) journal.EcrireLog(false, false, false, false, ligneSource);
   return champsOk;

@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "conversion/journal.h"
+#include "formats/target_line.h"
 #include "model/point.h"
 
 namespace quillon {
@@ -21,7 +22,7 @@ bool LireLignePtVal(std::string_view ligne, Point& point, Journal& journal);
 // (precision source). A failed lookup still writes the line, with the
 // fallback code (or two blanks when the theme has no table), after copying
 // the source line to the log; a failed field rejects the line.
-bool EcrireLignePtVal(std::string_view ligneSource, bool valeurConnue, const Point& point, std::string& cible,
+bool EcrireLignePtVal(std::string_view ligneSource, bool valeurConnue, const Point& point, LigneCible& cible,
                       Journal& journal);
 
 }  // namespace quillon

@@ -27,11 +27,6 @@ constexpr auto kTransferee = Ansi(u8"La ligne a cependant été transférée");
 // A note that follows a writing message: not counted.
 void Note(Journal& journal, std::string_view message) { journal.EcrireLog(false, true, true, false, message); }
 
-void TextePrecision(std::string& texte, double precision) {
-  texte.clear();
-  AjouterPrecision(texte, precision);
-}
-
 // The row's planimetric cell at the scale column, or null when nothing is
 // defined there.
 const PrecFiabValeur* Ligne(const TableValeurs& table, int16_t valeur, int16_t echelle, double& precision) {
@@ -47,7 +42,7 @@ bool PrecFiabPlan(const TableValeurs& table, TextesPrecFiab& textes, int16_t val
   double precision;
   const PrecFiabValeur* ligne = Ligne(table, valeur, echelle, precision);
   if (ligne == nullptr) return EchecEcriture(journal, rien);
-  TextePrecision(textes.PrecPlan, precision);
+  FormaterPrecision(textes.PrecPlan, precision);
   textes.FiabPlan = ligne->FiabPlan ? 'O' : 'N';
   return true;
 }
@@ -56,19 +51,18 @@ bool PrecFiabPlan(const TableValeurs& table, TextesPrecFiab& textes, int16_t val
 // 6, in that order; a precision occurs in at most one cell, so the sorted
 // index finds the same code. The not-defined marker cells are not searched:
 // a precision of -1 takes the table's fallback code like any other miss.
-bool Valeur(const TableValeurs& table, std::string& texte, double precPlan, int32_t fiabPlan,
+bool Valeur(const TableValeurs& table, TexteValeur& texte, double precPlan, int32_t fiabPlan,
             std::string_view repli, std::string_view note, Journal& journal) {
   const auto it = std::lower_bound(table.index.begin(), table.index.end(), precPlan,
                                    [](const TableValeurs::Entree& e, double p) { return e.precision < p; });
   if (it == table.index.end() || it->precision != precPlan) {
-    texte = repli;
+    texte.Placer(repli);
     EchecEcriture(journal, kAucuneValeur);
     Note(journal, note);
     return false;
   }
-  texte.clear();
-  AjouterEntierZeros(texte, it->valeur, 1);
-  AlignerADroite(texte, 0, 2);
+  TamponNombre tampon;
+  texte.Placer(FormaterEntierZeros(it->valeur, 1, tampon));
   const bool fiable = fiabPlan == kOui;
   if (fiable != table[it->valeur].FiabPlan) {
     EchecEcriture(journal, kIncoherent);
@@ -85,10 +79,10 @@ bool EcrirePrecFiabPF(TextesPrecFiab& textes, int16_t Valeur, int16_t Echelle, J
   if (!PrecFiabPlan(table, textes, Valeur, Echelle, kRienPF, journal)) return false;
   const PrecFiabValeur& ligne = table[Valeur];
   if (ligne.PrecAlt == kNonDefini) {
-    textes.PrecAlt = "     ";
+    textes.PrecAlt.Effacer();
     textes.FiabAlt = ' ';
   } else {
-    TextePrecision(textes.PrecAlt, ligne.PrecAlt);
+    FormaterPrecision(textes.PrecAlt, ligne.PrecAlt);
     textes.FiabAlt = ligne.FiabAlt ? 'O' : 'N';
   }
   return true;
@@ -116,42 +110,39 @@ bool EcrirePrecFiabPlan(TextesPrecFiab& textes, int32_t Theme, int16_t Valeur, i
     default:
       return EchecEcriture(journal, kThemePrecNonSupporte);
   }
-  textes.PrecAlt = "     ";
+  textes.PrecAlt.Effacer();
   textes.FiabAlt = ' ';
   return ok;
 }
 
-bool EcrireValeurPF(std::string& TexteValeur, double PrecPlan, int32_t FiabPlan, Journal& journal) {
-  return Valeur(Tables().PF, TexteValeur, PrecPlan, FiabPlan, "11", kNotePF, journal);
+bool EcrireValeurPF(TexteValeur& texte, double PrecPlan, int32_t FiabPlan, Journal& journal) {
+  return Valeur(Tables().PF, texte, PrecPlan, FiabPlan, "11", kNotePF, journal);
 }
 
-bool EcrireValeurBF(std::string& TexteValeur, double PrecPlan, int32_t FiabPlan, Journal& journal) {
-  return Valeur(Tables().BF, TexteValeur, PrecPlan, FiabPlan, "99", kNote99, journal);
+bool EcrireValeurBF(TexteValeur& texte, double PrecPlan, int32_t FiabPlan, Journal& journal) {
+  return Valeur(Tables().BF, texte, PrecPlan, FiabPlan, "99", kNote99, journal);
 }
 
-bool EcrireValeurCSOD(std::string& TexteValeur, double PrecPlan, int32_t FiabPlan, Journal& journal) {
-  return Valeur(Tables().CSOD, TexteValeur, PrecPlan, FiabPlan, "99", kNote99, journal);
+bool EcrireValeurCSOD(TexteValeur& texte, double PrecPlan, int32_t FiabPlan, Journal& journal) {
+  return Valeur(Tables().CSOD, texte, PrecPlan, FiabPlan, "99", kNote99, journal);
 }
 
-bool EcrireValeur(std::string& TexteValeur, int32_t Theme, double PrecPlan, int32_t FiabPlan, Journal& journal) {
+bool EcrireValeur(TexteValeur& texte, int32_t Theme, double PrecPlan, int32_t FiabPlan, Journal& journal) {
   switch (Theme) {
     case 1: case 71: case 81:
-      return EcrireValeurPF(TexteValeur, PrecPlan, FiabPlan, journal);
+      return EcrireValeurPF(texte, PrecPlan, FiabPlan, journal);
     case 6: case 76: case 86:
-      return EcrireValeurBF(TexteValeur, PrecPlan, FiabPlan, journal);
+      return EcrireValeurBF(texte, PrecPlan, FiabPlan, journal);
     case 2: case 3: case 72: case 73: case 82: case 83:
-      return EcrireValeurCSOD(TexteValeur, PrecPlan, FiabPlan, journal);
+      return EcrireValeurCSOD(texte, PrecPlan, FiabPlan, journal);
     default:
       return EchecEcriture(journal, kThemeValeurNonSupporte);
   }
 }
 
-bool EcrireValeurConnue(std::string& TexteValeur, int16_t Valeur, Journal& journal) {
-  std::string texte;
-  AjouterEntierZeros(texte, Valeur, 1);
-  if (texte.size() > 2) return EchecEcriture(journal, kMsgValeur);
-  TexteValeur.clear();
-  AjouterADroite(TexteValeur, texte, 2);
+bool EcrireValeurConnue(TexteValeur& texte, int16_t Valeur, Journal& journal) {
+  TamponNombre tampon;
+  if (!texte.Placer(FormaterEntierZeros(Valeur, 1, tampon))) return EchecEcriture(journal, kMsgValeur);
   return true;
 }
 

@@ -3,22 +3,15 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 
 #include "conversion/journal.h"
+#include "formats/field_writers.h"
+#include "formats/target_line.h"
 
 namespace quillon {
 
-// The four value-dependent texts of a precision line: PrecPlan (5), FiabPlan
-// (1), PrecAlt (5) and FiabAlt (1); blank until a lookup fills them.
-struct TextesPrecFiab {
-  std::string PrecPlan = "     ";
-  char FiabPlan = ' ';
-  std::string PrecAlt = "     ";
-  char FiabAlt = ' ';
-};
-
-// Value code to precisions, by the theme's table; false (with its message)
+// Value code to precisions (TextesPrecFiab: the texts of a precision line,
+// blank until filled), by the theme's table; false (with its message)
 // when the theme is not supported or nothing is defined for the code at the
 // scale column (0 below code 59, the scale class from 59 on).
 bool EcrirePrecFiabPlan(TextesPrecFiab& textes, int32_t Theme, int16_t Valeur, int16_t Echelle, Journal& journal);
@@ -30,12 +23,12 @@ bool EcrirePrecFiabCSOD(TextesPrecFiab& textes, int16_t Valeur, int16_t Echelle,
 // is the table's fallback code ("11" fixed points, "99" otherwise); when the
 // reliability disagrees, the code found. Both log their two messages and
 // return false; the line is written all the same.
-bool EcrireValeur(std::string& TexteValeur, int32_t Theme, double PrecPlan, int32_t FiabPlan, Journal& journal);
-bool EcrireValeurPF(std::string& TexteValeur, double PrecPlan, int32_t FiabPlan, Journal& journal);
-bool EcrireValeurBF(std::string& TexteValeur, double PrecPlan, int32_t FiabPlan, Journal& journal);
-bool EcrireValeurCSOD(std::string& TexteValeur, double PrecPlan, int32_t FiabPlan, Journal& journal);
+bool EcrireValeur(TexteValeur& texte, int32_t Theme, double PrecPlan, int32_t FiabPlan, Journal& journal);
+bool EcrireValeurPF(TexteValeur& texte, double PrecPlan, int32_t FiabPlan, Journal& journal);
+bool EcrireValeurBF(TexteValeur& texte, double PrecPlan, int32_t FiabPlan, Journal& journal);
+bool EcrireValeurCSOD(TexteValeur& texte, double PrecPlan, int32_t FiabPlan, Journal& journal);
 
 // The value code a point already carries, right-aligned in 2.
-bool EcrireValeurConnue(std::string& TexteValeur, int16_t Valeur, Journal& journal);
+bool EcrireValeurConnue(TexteValeur& texte, int16_t Valeur, Journal& journal);
 
 }  // namespace quillon
