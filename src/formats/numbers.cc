@@ -141,9 +141,7 @@ std::string_view Vue(const char* debut, const char* fin) {
 
 std::string_view FormaterEntierDiese(long long n, TamponNombre& tampon) {
   if (n == 0) return {};
-  char* p = ChiffresAReculons(Fin(tampon), ValeurAbsolue(n));
-  if (n < 0) *--p = '-';
-  return Vue(p, Fin(tampon));
+  return Vue(tampon.octets, std::to_chars(tampon.octets, Fin(tampon), n).ptr);
 }
 
 std::string_view FormaterEntierZeros(long long n, int chiffres, TamponNombre& tampon) {
@@ -184,13 +182,16 @@ bool FormaterDecimal(double valeur, int decimales, TamponNombre& tampon, std::st
   int64_t entier;
   if (ArrondirRapide(valeur, decimales, entier)) {
     // "#.000": the integer part without leading zeros, then the decimals.
-    char* p = Fin(tampon);
-    uint64_t reste = ValeurAbsolue(entier);
-    for (int k = 0; k < decimales; ++k, reste /= 10) *--p = static_cast<char>('0' + reste % 10);
-    *--p = '.';
-    if (reste > 0) p = ChiffresAReculons(p, reste);
-    if (entier < 0) *--p = '-';  // a number rounding to zero has no sign
-    texte = Vue(p, Fin(tampon));
+    static constexpr uint64_t kUnites[] = {1, 10, 100, 1000};
+    const uint64_t absolu = ValeurAbsolue(entier);
+    const uint64_t partieEntiere = absolu / kUnites[decimales];
+    uint64_t fraction = absolu % kUnites[decimales];
+    char* p = tampon.octets;
+    if (entier < 0) *p++ = '-';  // a number rounding to zero has no sign
+    if (partieEntiere > 0) p = std::to_chars(p, Fin(tampon), partieEntiere).ptr;
+    *p++ = '.';
+    for (int k = decimales - 1; k >= 0; --k, fraction /= 10) p[k] = static_cast<char>('0' + fraction % 10);
+    texte = Vue(tampon.octets, p + decimales);
     return true;
   }
   char* p = tampon.octets;
