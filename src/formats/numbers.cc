@@ -11,12 +11,16 @@ namespace {
 // A number read in one pass by the grammar of the files.
 struct Nombre {
   bool negatif = false;
-  std::string_view corps;  // digits and point, without sign or spaces
-  std::string_view entiers;
-  std::string_view decimales;
-  uint64_t mantisse = 0;   // all the digits as one integer, exact up to 19 digits
-  int chiffres = 0;        // how many digits in all
+  const char* debut = nullptr;  // the first digit or the point, after the sign
+  const char* fin = nullptr;    // after the last digit
+  uint64_t mantisse = 0;        // all the digits as one integer, exact up to 19 digits
+  int entiers = 0;              // digits before the point
+  int decimales = 0;            // digits after it
+
+  int Chiffres() const { return entiers + decimales; }
 };
+
+bool EstChiffre(char c) { return static_cast<unsigned>(c - '0') <= 9; }
 
 bool Analyser(std::string_view texte, Nombre& n) {
   // Locals, not the fields of `n`: bytes may alias anything, and the loop
@@ -24,7 +28,6 @@ bool Analyser(std::string_view texte, Nombre& n) {
   const char* p = texte.data();
   const char* fin = p + texte.size();
   while (p < fin && *p == ' ') ++p;
-  while (fin > p && fin[-1] == ' ') --fin;
   bool negatif = false;
   if (p < fin && (*p == '+' || *p == '-')) {
     negatif = *p == '-';
@@ -32,23 +35,22 @@ bool Analyser(std::string_view texte, Nombre& n) {
   }
   const char* debut = p;
   uint64_t mantisse = 0;
-  for (; p < fin && static_cast<unsigned>(*p - '0') <= 9; ++p) mantisse = mantisse * 10 + static_cast<unsigned>(*p - '0');
-  const char* point = p;
-  const char* finDecimales = p;
+  for (; p < fin && EstChiffre(*p); ++p) mantisse = mantisse * 10 + static_cast<unsigned>(*p - '0');
+  const int entiers = static_cast<int>(p - debut);
+  int decimales = 0;
   if (p < fin && *p == '.') {
-    for (++p; p < fin && static_cast<unsigned>(*p - '0') <= 9; ++p) {
-      mantisse = mantisse * 10 + static_cast<unsigned>(*p - '0');
-    }
-    finDecimales = p;
+    const char* point = p;
+    for (++p; p < fin && EstChiffre(*p); ++p) mantisse = mantisse * 10 + static_cast<unsigned>(*p - '0');
+    decimales = static_cast<int>(p - point - 1);
   }
   n.negatif = negatif;
+  n.debut = debut;
+  n.fin = p;
   n.mantisse = mantisse;
-  n.entiers = std::string_view(debut, static_cast<std::size_t>(point - debut));
-  n.decimales = point < finDecimales ? std::string_view(point + 1, static_cast<std::size_t>(finDecimales - point - 1))
-                                     : std::string_view();
-  n.corps = std::string_view(debut, static_cast<std::size_t>(fin - debut));
-  n.chiffres = static_cast<int>(n.entiers.size() + n.decimales.size());
-  return p == fin && n.chiffres > 0;
+  n.entiers = entiers;
+  n.decimales = decimales;
+  while (p < fin && *p == ' ') ++p;
+  return p == fin && entiers + decimales > 0;
 }
 
 }  // namespace
@@ -77,8 +79,8 @@ constexpr double kPuissancesDix[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1
 // up to 15 digits, which every column of the files fits; longer numbers go
 // through the general conversion.
 bool ConversionRapide(const Nombre& n, double& v) {
-  if (n.chiffres > 15) return false;
-  v = static_cast<double>(n.mantisse) / kPuissancesDix[n.decimales.size()];
+  if (n.Chiffres() > 15) return false;
+  v = static_cast<double>(n.mantisse) / kPuissancesDix[n.decimales];
   return true;
 }
 
@@ -89,8 +91,8 @@ bool ConvertirDecimal(std::string_view texte, double& valeur) {
   if (!Analyser(texte, n)) return false;
   double v = 0;
   if (!ConversionRapide(n, v)) {
-    const auto r = std::from_chars(n.corps.data(), n.corps.data() + n.corps.size(), v, std::chars_format::fixed);
-    if (r.ec != std::errc() || r.ptr != n.corps.data() + n.corps.size()) return false;
+    const auto r = std::from_chars(n.debut, n.fin, v, std::chars_format::fixed);
+    if (r.ec != std::errc() || r.ptr != n.fin) return false;
   }
   valeur = n.negatif ? -v : v;
   return true;
@@ -100,14 +102,15 @@ bool ConvertirEntier(std::string_view texte, int16_t& valeur) {
   Nombre n;
   if (!Analyser(texte, n)) return false;
   long entier = 0;
-  for (char c : n.entiers) {
-    entier = entier * 10 + (c - '0');
+  for (const char* c = n.debut; c < n.debut + n.entiers; ++c) {
+    entier = entier * 10 + (*c - '0');
     if (entier > 100000) return false;  // far outside the range already
   }
   // Round on the decimal text: above a half up, a half exactly to even.
-  if (!n.decimales.empty()) {
-    const int premiere = n.decimales[0] - '0';
-    const bool resteNonNul = n.decimales.find_first_not_of('0', 1) != std::string_view::npos;
+  if (n.decimales > 0) {
+    const char* decimales = n.debut + n.entiers + 1;
+    const int premiere = decimales[0] - '0';
+    const bool resteNonNul = std::any_of(decimales + 1, n.fin, [](char c) { return c != '0'; });
     if (premiere > 5 || (premiere == 5 && (resteNonNul || entier % 2 == 1))) ++entier;
   }
   if (n.negatif) entier = -entier;
