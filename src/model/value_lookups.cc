@@ -1,7 +1,5 @@
 #include "model/value_lookups.h"
 
-#include <algorithm>
-
 #include "formats/field_writers.h"
 #include "formats/numbers.h"
 #include "model/ansi.h"
@@ -47,24 +45,22 @@ bool PrecFiabPlan(const TableValeurs& table, TextesPrecFiab& textes, int16_t val
   return true;
 }
 
-// The search of a precision among the cells of rows 1 to 100, columns 0 to
-// 6, in that order; a precision occurs in at most one cell, so the sorted
-// index finds the same code. The not-defined marker cells are not searched:
-// a precision of -1 takes the table's fallback code like any other miss.
+// The code whose cell holds the precision, in the rows 1 to 100 and columns
+// 0 to 6. The not-defined marker cells are not searched: a precision of -1
+// takes the table's fallback code like any other miss.
 bool Valeur(const TableValeurs& table, TexteValeur& texte, double precPlan, int32_t fiabPlan,
             std::string_view repli, std::string_view note, Journal& journal) {
-  const auto it = std::lower_bound(table.index.begin(), table.index.end(), precPlan,
-                                   [](const TableValeurs::Entree& e, double p) { return e.precision < p; });
-  if (it == table.index.end() || it->precision != precPlan) {
+  const int16_t code = table.CodeDePrecision(precPlan);
+  if (code == 0) {
     texte.Placer(repli);
     EchecEcriture(journal, kAucuneValeur);
     Note(journal, note);
     return false;
   }
   TamponNombre tampon;
-  texte.Placer(FormaterEntierZeros(it->valeur, 1, tampon));
+  texte.Placer(FormaterEntierZeros(code, 1, tampon));
   const bool fiable = fiabPlan == kOui;
-  if (fiable != table[it->valeur].FiabPlan) {
+  if (fiable != table[code].FiabPlan) {
     EchecEcriture(journal, kIncoherent);
     Note(journal, kTransferee);
     return false;

@@ -1,6 +1,6 @@
 #include "model/value_tables.h"
 
-#include <algorithm>
+#include <cmath>
 
 namespace quillon {
 namespace {
@@ -67,17 +67,17 @@ void RemplirBFCSOD(TableValeurs& table, const bool (&fiab)[10]) {
 }
 
 void Indexer(TableValeurs& table) {
-  table.index.clear();
+  table.codeParDixiemes.fill(0);
   for (int valeur = 1; valeur <= 100; ++valeur) {
     for (int colonne = 0; colonne <= 6; ++colonne) {
       const double precision = table.lignes[valeur].PrecPlan[colonne];
-      if (precision != kNonDefini) {
-        table.index.push_back({precision, static_cast<int16_t>(valeur)});
+      if (precision == kNonDefini) continue;
+      const long dixiemes = std::lround(precision * 10);
+      if (dixiemes >= 0 && dixiemes <= TableValeurs::kDixiemesMax) {
+        table.codeParDixiemes[static_cast<std::size_t>(dixiemes)] = static_cast<int16_t>(valeur);
       }
     }
   }
-  std::sort(table.index.begin(), table.index.end(),
-            [](const auto& a, const auto& b) { return a.precision < b.precision; });
 }
 
 }  // namespace
@@ -117,6 +117,14 @@ void InitialiserTableValeursBF(TableValeurs& table) {
 void InitialiserTableValeursCSOD(TableValeurs& table) {
   RemplirBFCSOD(table, kFiabCSOD);
   Indexer(table);
+}
+
+int16_t TableValeurs::CodeDePrecision(double precision) const {
+  if (!(precision >= 0 && precision <= kDixiemesMax / 10.0)) return 0;
+  const auto dixiemes = static_cast<std::size_t>(precision * 10 + 0.5);
+  // Only the exact precision of a cell finds it, not its neighbours.
+  if (Dixiemes(static_cast<int>(dixiemes)) != precision) return 0;
+  return codeParDixiemes[dixiemes];
 }
 
 const TablesValeurs& Tables() {

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cstdint>
-#include <vector>
 
 namespace quillon {
 
@@ -25,14 +24,16 @@ struct PrecFiabValeur {
 struct TableValeurs {
   std::array<PrecFiabValeur, 101> lignes;
 
-  // Precision -> value code, for the precision-to-value direction: every
-  // defined cell of rows 1 to 100, columns 0 to 6, sorted by precision.
-  // Built by IndexerTableValeurs; a precision occurs in at most one cell.
-  struct Entree {
-    double precision;
-    int16_t valeur;
-  };
-  std::vector<Entree> index;
+  // Precision -> value code, for the precision-to-value direction. Every
+  // precision of the tables has one decimal, so the code whose cell (rows 1
+  // to 100, columns 0 to 6) holds a precision is kept at its number of
+  // tenths; 0 where no cell holds it. Built with the table; a precision
+  // occurs in at most one cell.
+  static constexpr int kDixiemesMax = 2309;  // 230.9, the largest precision
+  std::array<int16_t, kDixiemesMax + 1> codeParDixiemes;
+
+  // The code whose cell holds exactly `precision`, or 0 when none does.
+  int16_t CodeDePrecision(double precision) const;
 
   const PrecFiabValeur& operator[](int valeur) const { return lignes[valeur]; }
 };
