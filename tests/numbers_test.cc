@@ -122,6 +122,14 @@ TEST(Nombres, FormatRapideIdentiqueAuFormatGeneral) {
                                  -2.5e-4, 999.95, 0.05, 0.15, 0.25, 0.35, 538000.5, 2538123.4565};
   for (int i = 1; i < 20000; ++i) valeurs.push_back(i * 0.0005 + 1000.0);
   for (int i = 1; i < 2000; ++i) valeurs.push_back(i / 8.0);
+  // Around the half-thousandths of coordinates of every size the files hold,
+  // and one unit in the last place either side of each.
+  for (double base : {2600000.0, 1200000.0, 99999999.0, -538000.0}) {
+    for (int i = 1; i < 2000; i += 2) {
+      const double v = base + i * 0.0005;
+      valeurs.insert(valeurs.end(), {v, std::nextafter(v, -1e300), std::nextafter(v, 1e300)});
+    }
+  }
   for (double v : valeurs) {
     for (int decimales : {1, 3}) {
       const std::string rapide = Decimal(v, decimales);

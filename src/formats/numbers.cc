@@ -1,6 +1,7 @@
 #include "formats/numbers.h"
 
 #include <algorithm>
+#include <cfloat>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -166,7 +167,9 @@ namespace {
 // close to a half this says no, and the general formatting decides.
 bool ArrondirRapide(double valeur, int decimales, int64_t& entier) {
   static constexpr double kEchelles[] = {1.0, 10.0, 100.0, 1000.0};
-  if (decimales < 0 || decimales > 3) return false;
+  // Doubles evaluated in a wider format would round twice.
+  if constexpr (FLT_EVAL_METHOD != 0) return false;
+  if (decimales < 1 || decimales > 3) return false;
   const double p = valeur * kEchelles[decimales];
   if (!(std::fabs(p) < 0x1p40)) return false;
   // Adding and taking away 1.5 * 2^52 leaves p rounded to an integer, to
