@@ -1,13 +1,14 @@
 #include "model/value_tables.h"
 
-#include <cmath>
-
 namespace quillon {
 namespace {
 
 // Every precision has one decimal; "tenths / 10.0" is the double nearest to
 // its decimal text because the division is correctly rounded.
 double Dixiemes(int dixiemes) { return dixiemes / 10.0; }
+
+// The other way: the nearest number of tenths of a precision of 0 or more.
+int EnDixiemes(double precision) { return static_cast<int>(precision * 10 + 0.5); }
 
 void Reinitialiser(TableValeurs& table) {
   for (PrecFiabValeur& ligne : table.lignes) {
@@ -72,10 +73,8 @@ void Indexer(TableValeurs& table) {
     for (int colonne = 0; colonne <= 6; ++colonne) {
       const double precision = table.lignes[valeur].PrecPlan[colonne];
       if (precision == kNonDefini) continue;
-      const long dixiemes = std::lround(precision * 10);
-      if (dixiemes >= 0 && dixiemes <= TableValeurs::kDixiemesMax) {
-        table.codeParDixiemes[static_cast<std::size_t>(dixiemes)] = static_cast<int16_t>(valeur);
-      }
+      const int dixiemes = EnDixiemes(precision);
+      if (dixiemes <= TableValeurs::kDixiemesMax) table.codeParDixiemes[dixiemes] = static_cast<int16_t>(valeur);
     }
   }
 }
@@ -121,9 +120,9 @@ void InitialiserTableValeursCSOD(TableValeurs& table) {
 
 int16_t TableValeurs::CodeDePrecision(double precision) const {
   if (!(precision >= 0 && precision <= kDixiemesMax / 10.0)) return 0;
-  const auto dixiemes = static_cast<std::size_t>(precision * 10 + 0.5);
+  const int dixiemes = EnDixiemes(precision);
   // Only the exact precision of a cell finds it, not its neighbours.
-  if (Dixiemes(static_cast<int>(dixiemes)) != precision) return 0;
+  if (Dixiemes(dixiemes) != precision) return 0;
   return codeParDixiemes[dixiemes];
 }
 

@@ -25,6 +25,17 @@ Banc::Banc() {
   fenetre->show();
 }
 
+QString TexteBilan(int lues, int ignorees, int erreursLecture, int erreursEcriture) {
+  return QStringLiteral("%1 ligne(s) lues dans le fichier source\r\n"
+                        "%2 ligne(s) ignorée(s) lors de la conversion\r\n"
+                        "%3 erreur(s) constatée(s) lors de la lecture du fichier source\r\n"
+                        "%4 erreur(s) constatée(s) lors de l'écriture dans le fichier cible")
+      .arg(lues)
+      .arg(ignorees)
+      .arg(erreursLecture)
+      .arg(erreursEcriture);
+}
+
 std::string Banc::Chemin(const char* nom) const { return dossier.filePath(QString::fromUtf8(nom)).toStdString(); }
 
 void Banc::Ouvrir(const char* nom, int indexFiltre) {

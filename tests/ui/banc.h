@@ -96,6 +96,10 @@ struct Banc {
   void EnregistrerSous(const char* nom, int indexFiltre);
 };
 
+// The four-count summary that a run shows in its box (the log holds the same
+// lines, each ending with CR LF).
+QString TexteBilan(int lues, int ignorees, int erreursLecture, int erreursEcriture);
+
 void EcrireFichier(const std::string& chemin, const std::string& octets);
 std::optional<std::string> LireFichier(const std::string& chemin);  // nullopt: no such file
 

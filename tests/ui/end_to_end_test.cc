@@ -58,19 +58,12 @@ TEST(BoutEnBout, FichierDCVersFichierValeurParLesFenetres) {
                                       "Fichier cible:\r\n" + cible + "\r\n"
                                       "LECTURE: ligne 3: Le numéro de commune: '401' n'est pas valide\r\n"
                                       "LECTURE: ligne 3: La coordonnée Y: '38000.500' doit être au millimètre\r\n" +
-                                      kLigne3 + "\r\n"
-                                      "3 ligne(s) lues dans le fichier source\r\n"
-                                      "0 ligne(s) ignorée(s) lors de la conversion\r\n"
-                                      "2 erreur(s) constatée(s) lors de la lecture du fichier source\r\n"
-                                      "0 erreur(s) constatée(s) lors de l'écriture dans le fichier cible\r\n"));
+                                      kLigne3 + "\r\n" +
+                                      TexteBilan(3, 0, 2, 0).toStdString() + "\r\n"));
 
     ASSERT_EQ(banc.boites.boites.size(), 1u);
     EXPECT_EQ(banc.boites.boites[0].titre, QStringLiteral("Quillon"));
-    EXPECT_EQ(banc.boites.boites[0].texte,
-              QStringLiteral("3 ligne(s) lues dans le fichier source\r\n"
-                             "0 ligne(s) ignorée(s) lors de la conversion\r\n"
-                             "2 erreur(s) constatée(s) lors de la lecture du fichier source\r\n"
-                             "0 erreur(s) constatée(s) lors de l'écriture dans le fichier cible"));
+    EXPECT_EQ(banc.boites.boites[0].texte, TexteBilan(3, 0, 2, 0));
   }
 }
 

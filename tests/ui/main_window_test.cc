@@ -80,11 +80,7 @@ TEST(FenetrePrincipale, SourcePrecisionLeFiltreCibleChoisitLaConversion) {
     if (cas.journal.empty()) continue;
     ASSERT_EQ(banc.boites.boites.size(), 1u);
     EXPECT_EQ(banc.boites.boites[0].titre, QStringLiteral("Quillon"));
-    EXPECT_EQ(banc.boites.boites[0].texte,
-              QStringLiteral("0 ligne(s) lues dans le fichier source\r\n"
-                             "0 ligne(s) ignorée(s) lors de la conversion\r\n"
-                             "0 erreur(s) constatée(s) lors de la lecture du fichier source\r\n"
-                             "0 erreur(s) constatée(s) lors de l'écriture dans le fichier cible"));
+    EXPECT_EQ(banc.boites.boites[0].texte, TexteBilan(0, 0, 0, 0));
     EXPECT_EQ(banc.fin.appels, 0);
   }
 }
