@@ -9,8 +9,25 @@ all: build
 deps:
 	@scripts/install-deps.sh
 
+# The console program is built twice: instrumented in $(BUILD)-pgo, trained
+# on generated files, then optimised from that profile in $(BUILD). PGO=0
+# builds it once, without a profile.
+PGO ?= 1
+PROFIL = $(abspath $(BUILD)-pgo/profil)
+ifeq ($(PGO),1)
+PGO_OPTIONS = -DQUILLON_PGO=use -DQUILLON_PGO_DIR=$(PROFIL)
+else
+PGO_OPTIONS = -DQUILLON_PGO=
+endif
+
 build: deps
-	@cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=Release >/dev/null
+ifeq ($(PGO),1)
+	@cmake -S . -B $(BUILD)-pgo -DCMAKE_BUILD_TYPE=Release -DQUILLON_UI=OFF -DQUILLON_TESTS=OFF \
+	  -DQUILLON_PGO=generate -DQUILLON_PGO_DIR=$(PROFIL) >/dev/null
+	@cmake --build $(BUILD)-pgo -j $(JOBS) --target quillon quillon_generer
+	@scripts/pgo-train.sh $(BUILD)-pgo $(PROFIL)
+endif
+	@cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=Release $(PGO_OPTIONS) >/dev/null
 	@cmake --build $(BUILD) -j $(JOBS)
 
 # Converts the bundled samples and shows targets, logs and summaries.
@@ -36,4 +53,4 @@ fuzz:
 	@fuzz/run_fuzz.sh $(BUILD)-fuzz
 
 clean:
-	rm -rf $(BUILD) $(BUILD)-asan $(BUILD)-fuzz
+	rm -rf $(BUILD) $(BUILD)-pgo $(BUILD)-asan $(BUILD)-fuzz
