@@ -98,6 +98,35 @@ TEST(Nombres, MotifsDecimaux) {
   EXPECT_EQ(Decimal(-1e300, 3).size(), 306u);  // long, but a number: 301 digits, sign, point, decimals
 }
 
+// A number written straight into a field: right-aligned, or all blanks when
+// it does not fit or is not a number.
+TEST(Nombres, PlacementDansUnChamp) {
+  const struct {
+    double valeur;
+    int decimales;  // 0: the integer pattern "#"
+    std::size_t largeur;
+    bool ok;
+    const char* attendu;
+  } cas[] = {
+      {2538123.456, 3, 11, true, "2538123.456"}, {2538123.456, 3, 10, false, "          "},
+      {-538123.45, 3, 11, true, "-538123.450"},  {-538123.45, 3, 10, false, "          "},
+      {0.25, 1, 5, true, "   .2"},               {999.95, 1, 5, false, "     "},
+      {-0.04, 1, 3, true, " .0"},                {0.0, 3, 3, false, "   "},
+      {std::nan(""), 3, 4, false, "    "},      {1e300, 3, 11, false, "           "},
+      {400, 0, 4, true, " 400"},                 {0, 0, 4, true, "    "},
+      {-12, 0, 3, true, "-12"},                  {-123, 0, 3, false, "   "},
+      {12345, 0, 4, false, "    "},
+  };
+  for (const auto& c : cas) {
+    char champ[16] = "##############";
+    const bool ok = c.decimales == 0 ? PlacerEntierDiese(static_cast<long long>(c.valeur), champ, c.largeur)
+                                     : PlacerDecimal(c.valeur, c.decimales, champ, c.largeur);
+    EXPECT_EQ(ok, c.ok) << c.valeur;
+    EXPECT_EQ(std::string_view(champ, c.largeur), c.attendu) << c.valeur;
+    EXPECT_EQ(champ[c.largeur], '#') << "written past the field: " << c.valeur;
+  }
+}
+
 // Every short decimal converts to exactly the double that the general
 // conversion gives.
 TEST(Nombres, ConversionRapideIdentiqueALaConversionGenerale) {
@@ -140,6 +169,9 @@ TEST(Nombres, FormatRapideIdentiqueAuFormatGeneral) {
       if (general.rfind("0.", 0) == 0) general.erase(0, 1);
       if (general.find_first_not_of("-0.") == std::string::npos && general[0] == '-') general.erase(0, 1);
       EXPECT_EQ(rapide, general) << v << " with " << decimales;
+      char champ[24];
+      ASSERT_TRUE(PlacerDecimal(v, decimales, champ, sizeof champ));
+      EXPECT_EQ(Rogner(std::string_view(champ, sizeof champ)), general) << v << " placed with " << decimales;
     }
   }
 }

@@ -35,18 +35,13 @@ bool AjouterCodeTheme(LigneCible& ligne, int32_t theme) {
 }
 
 bool EcrireNombreADroite(LigneCible& ligne, double valeur, int decimales, std::size_t largeur) {
-  TamponNombre tampon;
-  std::string_view texte;
-  if (!FormaterDecimal(valeur, decimales, tampon, texte)) {
-    ligne.AjouterBlancs(largeur);
-    return false;
-  }
-  return ligne.AjouterADroite(texte, largeur);
+  const std::span<char> zone = ligne.Reserver(largeur);
+  return PlacerDecimal(valeur, decimales, zone.data(), zone.size());
 }
 
 bool EcrireEntierADroite(LigneCible& ligne, long long valeur, std::size_t largeur) {
-  TamponNombre tampon;
-  return ligne.AjouterADroite(FormaterEntierDiese(valeur, tampon), largeur);
+  const std::span<char> zone = ligne.Reserver(largeur);
+  return PlacerEntierDiese(valeur, zone.data(), zone.size());
 }
 
 bool EcrireCoordonnee(LigneCible& ligne, double valeur, std::string_view message, Journal& journal) {
@@ -180,13 +175,7 @@ bool EcrireAltitude(LigneCible& ligne, double altitude, Journal& journal) {
 }
 
 bool FormaterPrecision(TextePrecision& texte, double precision) {
-  TamponNombre tampon;
-  std::string_view chiffres;
-  if (!FormaterDecimal(precision, 1, tampon, chiffres)) {
-    texte.Effacer();
-    return false;
-  }
-  return texte.Placer(chiffres);
+  return PlacerDecimal(precision, 1, texte.octets, sizeof texte.octets);
 }
 
 bool EcrirePrecFiabMD01(TextesPrecFiab& textes, double precPlan, int32_t fiabPlan, double precAlt,

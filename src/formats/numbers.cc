@@ -5,6 +5,9 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
+
+#include "formats/target_line.h"
 
 namespace quillon {
 namespace {
@@ -143,9 +146,34 @@ std::string_view Vue(const char* debut, const char* fin) {
 
 }  // namespace
 
-std::string_view FormaterEntierDiese(long long n, TamponNombre& tampon) {
-  if (n == 0) return {};
-  return Vue(tampon.octets, std::to_chars(tampon.octets, Fin(tampon), n).ptr);
+namespace {
+
+// Fills the field with blanks: a number that cannot be written in it.
+bool Blanchir(char* zone, std::size_t largeur) {
+  std::memset(zone, ' ', largeur);
+  return false;
+}
+
+// Blanks before `debut`, the first byte of a text written from the end of
+// the field backwards.
+bool Aligner(char* zone, const char* debut) {
+  std::memset(zone, ' ', static_cast<std::size_t>(debut - zone));
+  return true;
+}
+
+}  // namespace
+
+bool PlacerEntierDiese(long long n, char* zone, std::size_t largeur) {
+  char* p = zone + largeur;
+  for (uint64_t reste = ValeurAbsolue(n); reste > 0; reste /= 10) {
+    if (p == zone) return Blanchir(zone, largeur);
+    *--p = static_cast<char>('0' + reste % 10);
+  }
+  if (n < 0) {
+    if (p == zone) return Blanchir(zone, largeur);
+    *--p = '-';
+  }
+  return Aligner(zone, p);
 }
 
 std::string_view FormaterEntierZeros(long long n, int chiffres, TamponNombre& tampon) {
@@ -183,21 +211,36 @@ bool ArrondirRapide(double valeur, int decimales, int64_t& entier) {
 
 }  // namespace
 
+namespace {
+
+// The "#.000" text of `entier`, the number times 10^decimales, written
+// backwards from `fin` and not before `debut`: the decimals, the point, the
+// integer part without leading zeros, the sign. Returns its first byte, or
+// null when it does not fit.
+char* DecimalAReculons(int64_t entier, int decimales, char* debut, char* fin) {
+  if (fin - debut < decimales + 1) return nullptr;
+  uint64_t reste = ValeurAbsolue(entier);
+  char* p = fin;
+  for (int k = 0; k < decimales; ++k, reste /= 10) *--p = static_cast<char>('0' + reste % 10);
+  *--p = '.';
+  for (; reste > 0; reste /= 10) {
+    if (p == debut) return nullptr;
+    *--p = static_cast<char>('0' + reste % 10);
+  }
+  if (entier < 0) {  // a number rounding to zero has no sign
+    if (p == debut) return nullptr;
+    *--p = '-';
+  }
+  return p;
+}
+
+}  // namespace
+
 bool FormaterDecimal(double valeur, int decimales, TamponNombre& tampon, std::string_view& texte) {
   if (!std::isfinite(valeur)) return false;
   int64_t entier;
   if (ArrondirRapide(valeur, decimales, entier)) {
-    // "#.000": the integer part without leading zeros, then the decimals.
-    static constexpr uint64_t kUnites[] = {1, 10, 100, 1000};
-    const uint64_t absolu = ValeurAbsolue(entier);
-    const uint64_t partieEntiere = absolu / kUnites[decimales];
-    uint64_t fraction = absolu % kUnites[decimales];
-    char* p = tampon.octets;
-    if (entier < 0) *p++ = '-';  // a number rounding to zero has no sign
-    if (partieEntiere > 0) p = std::to_chars(p, Fin(tampon), partieEntiere).ptr;
-    *p++ = '.';
-    for (int k = decimales - 1; k >= 0; --k, fraction /= 10) p[k] = static_cast<char>('0' + fraction % 10);
-    texte = Vue(tampon.octets, p + decimales);
+    texte = Vue(DecimalAReculons(entier, decimales, tampon.octets, Fin(tampon)), Fin(tampon));
     return true;
   }
   char* p = tampon.octets;
@@ -210,6 +253,20 @@ bool FormaterDecimal(double valeur, int decimales, TamponNombre& tampon, std::st
   if (negatif && !zero) *--p = '-';
   texte = Vue(p, r.ptr);
   return true;
+}
+
+bool PlacerDecimal(double valeur, int decimales, char* zone, std::size_t largeur) {
+  // The usual case goes straight into the field; the text is not built
+  // elsewhere and copied.
+  int64_t entier;
+  if (std::isfinite(valeur) && ArrondirRapide(valeur, decimales, entier)) {
+    const char* debut = DecimalAReculons(entier, decimales, zone, zone + largeur);
+    return debut != nullptr ? Aligner(zone, debut) : Blanchir(zone, largeur);
+  }
+  TamponNombre tampon;
+  std::string_view texte;
+  if (!FormaterDecimal(valeur, decimales, tampon, texte)) return Blanchir(zone, largeur);
+  return PlacerADroite(zone, largeur, texte);
 }
 
 }  // namespace quillon

@@ -7,6 +7,7 @@
 // "1e5", "1,5", "- 5", "" and "   " are not.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -31,8 +32,6 @@ struct TamponNombre {
 };
 
 // The formatters below build their text in `tampon` and return a view of it.
-// Pattern "#": decimal digits, minus sign when negative, 0 gives "".
-std::string_view FormaterEntierDiese(long long n, TamponNombre& tampon);
 // Pattern "0", "000", "0000": at least `chiffres` digits, zero-padded.
 std::string_view FormaterEntierZeros(long long n, int chiffres, TamponNombre& tampon);
 // Patterns "#.0" (decimales 1) and "#.000" (decimales 3): correctly rounded,
@@ -40,6 +39,14 @@ std::string_view FormaterEntierZeros(long long n, int chiffres, TamponNombre& ta
 // sign on a number that rounds to zero. False when the number cannot be
 // written (not finite).
 bool FormaterDecimal(double valeur, int decimales, TamponNombre& tampon, std::string_view& texte);
+
+// The placers write a number straight into a field of a line: right-aligned
+// in the `largeur` bytes at `zone`, blanks on the left. When the number cannot
+// be written or is too wide, the field is all blanks and the result false.
+// Pattern "#": decimal digits, minus sign when negative, 0 gives blanks.
+bool PlacerEntierDiese(long long n, char* zone, std::size_t largeur);
+// The patterns of FormaterDecimal.
+bool PlacerDecimal(double valeur, int decimales, char* zone, std::size_t largeur);
 
 // Removes leading and trailing spaces (only spaces, not tabs).
 std::string_view Rogner(std::string_view texte);

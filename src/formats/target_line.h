@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstring>
+#include <span>
 #include <string_view>
 
 namespace quillon {
@@ -65,13 +66,20 @@ class LigneCible {
     taille_ += n;
   }
 
+  // The next `largeur` bytes, for a field written in place; fewer when the
+  // capacity is reached.
+  std::span<char> Reserver(std::size_t largeur) {
+    if (largeur > Reste()) largeur = Reste();
+    char* zone = octets_ + taille_;
+    taille_ += largeur;
+    return {zone, largeur};
+  }
+
   // `texte` right-aligned in `largeur` bytes; a longer text gives `largeur`
   // blanks and false.
   bool AjouterADroite(std::string_view texte, std::size_t largeur) {
-    if (largeur > Reste()) largeur = Reste();
-    const bool ok = PlacerADroite(octets_ + taille_, largeur, texte);
-    taille_ += largeur;
-    return ok;
+    const std::span<char> zone = Reserver(largeur);
+    return PlacerADroite(zone.data(), zone.size(), texte);
   }
 
   std::string_view Texte() const { return {octets_, taille_}; }
