@@ -69,6 +69,7 @@ TEST(Nombres, ConversionEntiereArrondiAuPair) {
       {"0.5", true, 0},       {"1.49999", true, 1},    {"32767", true, 32767},  {"-32768", true, -32768},
       {"32767.5", false, 0},  {"32768", false, 0},     {"-32769", false, 0},    {"99999999999", false, 0},
       {"32767.4", true, 32767}, {"", false, 0},        {"    ", false, 0},      {"1e2", false, 0},
+      {"0000000000000000000012", true, 12},              {"12345678901234567890", false, 0},
   };
   for (const CasEntier& c : cas) {
     int16_t v = 7;

@@ -1,6 +1,7 @@
 #include "formats/numbers.h"
 
 #include <algorithm>
+#include <array>
 #include <cfloat>
 #include <charconv>
 #include <cmath>
@@ -106,9 +107,13 @@ bool ConvertirEntier(std::string_view texte, int16_t& valeur) {
   Nombre n;
   if (!Analyser(texte, n)) return false;
   long entier = 0;
-  for (const char* c = n.debut; c < n.debut + n.entiers; ++c) {
-    entier = entier * 10 + (*c - '0');
-    if (entier > 100000) return false;  // far outside the range already
+  if (n.decimales == 0 && n.entiers <= 18) {
+    entier = static_cast<long>(n.mantisse);  // the usual whole number, read once already
+  } else {
+    for (const char* c = n.debut; c < n.debut + n.entiers; ++c) {
+      entier = entier * 10 + (*c - '0');
+      if (entier > 100000) return false;  // far outside the range already
+    }
   }
   // Round on the decimal text: above a half up, a half exactly to even.
   if (n.decimales > 0) {
@@ -125,13 +130,31 @@ bool ConvertirEntier(std::string_view texte, int16_t& valeur) {
 
 namespace {
 
-// Writes the digits of `n` backwards, ending at `fin`; returns the first.
-char* ChiffresAReculons(char* fin, uint64_t n) {
-  do {
-    *--fin = static_cast<char>('0' + n % 10);
-    n /= 10;
-  } while (n > 0);
-  return fin;
+// "00", "01" ... "99": the digits of a number are written two at a time,
+// which halves the chain of divisions.
+constexpr auto kPaires = [] {
+  std::array<char, 200> paires{};
+  for (int i = 0; i < 100; ++i) {
+    paires[2 * i] = static_cast<char>('0' + i / 10);
+    paires[2 * i + 1] = static_cast<char>('0' + i % 10);
+  }
+  return paires;
+}();
+
+// Writes the digits of `n` (none for 0) backwards, ending at `fin` and not
+// before `debut`; returns the first, or null when they do not fit.
+char* ChiffresAReculons(uint64_t n, char* debut, char* fin) {
+  char* p = fin;
+  for (; n >= 10; n /= 100) {
+    if (p - debut < 2) return nullptr;
+    p -= 2;
+    std::memcpy(p, &kPaires[2 * (n % 100)], 2);
+  }
+  if (n > 0) {
+    if (p == debut) return nullptr;
+    *--p = static_cast<char>('0' + n);
+  }
+  return p;
 }
 
 uint64_t ValeurAbsolue(long long n) {
@@ -164,11 +187,8 @@ bool Aligner(char* zone, const char* debut) {
 }  // namespace
 
 bool PlacerEntierDiese(long long n, char* zone, std::size_t largeur) {
-  char* p = zone + largeur;
-  for (uint64_t reste = ValeurAbsolue(n); reste > 0; reste /= 10) {
-    if (p == zone) return Blanchir(zone, largeur);
-    *--p = static_cast<char>('0' + reste % 10);
-  }
+  char* p = ChiffresAReculons(ValeurAbsolue(n), zone, zone + largeur);
+  if (p == nullptr) return Blanchir(zone, largeur);
   if (n < 0) {
     if (p == zone) return Blanchir(zone, largeur);
     *--p = '-';
@@ -177,7 +197,7 @@ bool PlacerEntierDiese(long long n, char* zone, std::size_t largeur) {
 }
 
 std::string_view FormaterEntierZeros(long long n, int chiffres, TamponNombre& tampon) {
-  char* p = ChiffresAReculons(Fin(tampon), ValeurAbsolue(n));
+  char* p = ChiffresAReculons(ValeurAbsolue(n), tampon.octets + 1, Fin(tampon));
   while (Fin(tampon) - p < chiffres && p > tampon.octets + 1) *--p = '0';
   if (n < 0) *--p = '-';
   return Vue(p, Fin(tampon));
@@ -223,10 +243,8 @@ char* DecimalAReculons(int64_t entier, int decimales, char* debut, char* fin) {
   char* p = fin;
   for (int k = 0; k < decimales; ++k, reste /= 10) *--p = static_cast<char>('0' + reste % 10);
   *--p = '.';
-  for (; reste > 0; reste /= 10) {
-    if (p == debut) return nullptr;
-    *--p = static_cast<char>('0' + reste % 10);
-  }
+  p = ChiffresAReculons(reste, debut, p);
+  if (p == nullptr) return nullptr;
   if (entier < 0) {  // a number rounding to zero has no sign
     if (p == debut) return nullptr;
     *--p = '-';
