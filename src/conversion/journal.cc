@@ -40,6 +40,11 @@ void Journal::Attacher(SystemeFichiers& systeme, const FluxTexte& source, const 
 
 void Journal::EcrireLog(bool Lecture, bool AvecLigne, bool AvecPrefixe, bool CompterErreur,
                         std::string_view Message) {
+  EcrireLog(Lecture, AvecLigne, AvecPrefixe, CompterErreur, {Message});
+}
+
+void Journal::EcrireLog(bool Lecture, bool AvecLigne, bool AvecPrefixe, bool CompterErreur,
+                        std::initializer_list<std::string_view> Message) {
   if (EnEchec()) return;
   if (!LogOuvert) {
     SystemeFichiers& systeme = systeme_ != nullptr ? *systeme_ : SystemeFichiersReel();
@@ -56,7 +61,7 @@ void Journal::EcrireLog(bool Lecture, bool AvecLigne, bool AvecPrefixe, bool Com
     AjouterEntier(ligne_, NumeroLigne());
     ligne_ += ": ";
   }
-  ligne_ += Message;
+  for (std::string_view morceau : Message) ligne_ += morceau;
   FichierLog.Flux.WriteLine(ligne_);
   if (FichierLog.Flux.EnErreur()) echec_ = MessageFatal(FichierLog.Nom, RaisonFatale::Ecriture);
   if (CompterErreur) ++(Lecture ? NbErreursLecture : NbErreursEcriture);

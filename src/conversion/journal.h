@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdint>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -44,6 +45,10 @@ class Journal {
   // matching counter grows when CompterErreur.
   void EcrireLog(bool Lecture, bool AvecLigne, bool AvecPrefixe, bool CompterErreur,
                  std::string_view Message);
+  // The same with a message in pieces, written one after the other: a
+  // rejected field's message needs no text of its own.
+  void EcrireLog(bool Lecture, bool AvecLigne, bool AvecPrefixe, bool CompterErreur,
+                 std::initializer_list<std::string_view> Message);
   bool FermerLog();
   // Writes out what the log holds so far, so that a full disk shows before
   // the summary does; false (and the log failed) on error.

@@ -40,12 +40,7 @@ void CopierTexte(std::string& champ, std::string_view texte) {
 }
 
 bool RejeterChamp(Journal& journal, std::string_view tete, std::string_view texte, std::string_view fin) {
-  std::string message;
-  message.reserve(tete.size() + texte.size() + fin.size());
-  message += tete;
-  message += texte;
-  message += fin;
-  journal.EcrireLog(true, true, true, true, message);
+  journal.EcrireLog(true, true, true, true, {tete, texte, fin});
   return false;
 }
 
