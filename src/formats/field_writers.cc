@@ -113,6 +113,12 @@ bool EcrireCommunePlanMD01(LigneCible& ligne, int16_t commune, int16_t plan, Jou
 }
 
 bool EcrireNumeroPoint(LigneCible& ligne, std::string_view numero, Journal& journal) {
+  // Read from twelve columns, the number is nearly always right-aligned in
+  // them already: then it stands as it is.
+  if (numero.size() == 12 && numero.back() != ' ') {
+    ligne.Ajouter(numero);
+    return true;
+  }
   if (!ligne.AjouterADroite(Rogner(numero), 12)) return EchecEcriture(journal, kMsgNumeroPoint);
   return true;
 }

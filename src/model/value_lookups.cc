@@ -57,8 +57,7 @@ bool Valeur(const TableValeurs& table, TexteValeur& texte, double precPlan, int3
     Note(journal, note);
     return false;
   }
-  TamponNombre tampon;
-  texte.Placer(FormaterEntierZeros(code, 1, tampon));
+  PlacerEntierDiese(code, texte.octets, sizeof texte.octets);  // a found code is never 0
   const bool fiable = fiabPlan == kOui;
   if (fiable != table[code].FiabPlan) {
     EchecEcriture(journal, kIncoherent);
