@@ -66,6 +66,9 @@ mesurer() {
   cpu=""
   rss=0
   for ((i = 0; i < essais; i++)); do
+    # The files written just before (the generated sources, the last
+    # target) go to disk now, not in the background of the timed run.
+    sync
     "$mesurer" "$resultat" "$@" >"$sortie_fichier" || true
     read -r secondes kib code processeur <"$resultat"
     if [ "$code" != 0 ]; then
