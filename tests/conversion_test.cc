@@ -55,6 +55,26 @@ TEST(FichiersTexte, FinsDeLigneEtCompteur) {
   }
 }
 
+// Lines written whole or in pieces, short or longer than the buffer, come
+// out as their bytes followed by CR LF, in order.
+TEST(FichiersTexte, EcritureParLignesEtParMorceaux) {
+  const std::string longue(200000, 'x');
+  const std::string bord(65530, 'y');  // the next pieces straddle the buffer's end
+  SystemeFichiersMemoire fs;
+  FluxTexte flux;
+  ASSERT_TRUE(CreerFichierEcriture(flux, "f", fs));
+  flux.WriteLine("a");
+  flux.WriteLine(bord);
+  for (std::string_view morceau : {"ligne ", "12", ": ", "", "fin"}) flux.Write(morceau);
+  flux.EndLine();
+  flux.Write(longue);
+  flux.EndLine();
+  flux.WriteLine(longue);
+  flux.WriteLine("");
+  ASSERT_TRUE(FermerFichier(flux));
+  EXPECT_EQ(fs.fichiers["f"], "a\r\n" + bord + "\r\nligne 12: fin\r\n" + longue + "\r\n" + longue + "\r\n\r\n");
+}
+
 TEST(Encodage, Cp1252EtUtf8) {
   EXPECT_EQ(Cp1252VersUtf8("\xE9t\xE9 \x80 \x9C"), "été € œ");
   EXPECT_EQ(Utf8VersCp1252("été € œ"), "\xE9t\xE9 \x80 \x9C");

@@ -54,16 +54,17 @@ void Journal::EcrireLog(bool Lecture, bool AvecLigne, bool AvecPrefixe, bool Com
     }
     LogOuvert = true;
   }
-  ligne_.clear();
-  if (AvecPrefixe) ligne_ += Lecture ? "LECTURE: " : "ECRITURE: ";
+  FluxTexte& flux = FichierLog.Flux;
+  if (AvecPrefixe) flux.Write(Lecture ? "LECTURE: " : "ECRITURE: ");
   if (AvecLigne) {
-    ligne_ += "ligne ";
-    AjouterEntier(ligne_, NumeroLigne());
-    ligne_ += ": ";
+    char numero[24];
+    flux.Write("ligne ");
+    flux.Write({numero, std::to_chars(numero, numero + sizeof numero, NumeroLigne()).ptr});
+    flux.Write(": ");
   }
-  for (std::string_view morceau : Message) ligne_ += morceau;
-  FichierLog.Flux.WriteLine(ligne_);
-  if (FichierLog.Flux.EnErreur()) echec_ = MessageFatal(FichierLog.Nom, RaisonFatale::Ecriture);
+  for (std::string_view morceau : Message) flux.Write(morceau);
+  flux.EndLine();
+  if (flux.EnErreur()) echec_ = MessageFatal(FichierLog.Nom, RaisonFatale::Ecriture);
   if (CompterErreur) ++(Lecture ? NbErreursLecture : NbErreursEcriture);
 }
 

@@ -72,7 +72,6 @@ class Journal {
   const FluxTexte* cible_ = nullptr;
   const int64_t* compteur_ = nullptr;
   std::string echec_;
-  std::string ligne_;  // reused for every log line
 };
 
 }  // namespace quillon

@@ -67,22 +67,38 @@ bool FluxTexte::ReadLine(std::string_view& ligne) {
   return true;
 }
 
-void FluxTexte::WriteLine(std::string_view texte) {
+bool FluxTexte::Preparer(std::size_t taille) {
   if (erreur_ || !support_) {
     erreur_ = true;
-    return;
+    return false;
   }
-  if (fin_ + texte.size() + 2 > tampon_.size()) {
-    if (!Vider()) return;
-    if (texte.size() + 2 > tampon_.size()) {
-      if (!support_->Ecrire(texte.data(), texte.size()) || !support_->Ecrire("\r\n", 2)) erreur_ = true;
-      return;
-    }
+  if (fin_ + taille <= tampon_.size()) return true;
+  return Vider() && taille <= tampon_.size();
+}
+
+bool FluxTexte::Direct(std::string_view texte) {
+  if (!erreur_ && !support_->Ecrire(texte.data(), texte.size())) erreur_ = true;
+  return !erreur_;
+}
+
+void FluxTexte::WriteLine(std::string_view texte) {
+  if (!Preparer(texte.size() + 2)) {
+    if (!erreur_ && Direct(texte)) Direct("\r\n");
+    return;
   }
   std::memcpy(tampon_.data() + fin_, texte.data(), texte.size());
   fin_ += texte.size();
   tampon_[fin_++] = '\r';
   tampon_[fin_++] = '\n';
+}
+
+void FluxTexte::Write(std::string_view texte) {
+  if (!Preparer(texte.size())) {
+    if (!erreur_) Direct(texte);
+    return;
+  }
+  if (!texte.empty()) std::memcpy(tampon_.data() + fin_, texte.data(), texte.size());
+  fin_ += texte.size();
 }
 
 bool FluxTexte::Vider() {

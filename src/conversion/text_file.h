@@ -41,8 +41,11 @@ class FluxTexte {
   // Counter field, for whoever needs to follow it without a call.
   const int64_t* CompteurLignes() const { return &ligne_; }
 
-  // Writing (buffered).
+  // Writing (buffered). A line may also be written in pieces: Write for
+  // each, then EndLine.
   void WriteLine(std::string_view texte);
+  void Write(std::string_view texte);
+  void EndLine() { Write("\r\n"); }
   bool Vider();  // writes out the buffer; false on error
 
   bool EnErreur() const { return erreur_; }
@@ -51,6 +54,11 @@ class FluxTexte {
 
  private:
   bool Remplir();  // reads more bytes after the pending ones
+  // Room for `taille` more bytes in the buffer, written out first if need
+  // be; false on error, or when they would not fit even in an empty buffer.
+  bool Preparer(std::size_t taille);
+  // Straight to the file, for what is longer than the buffer.
+  bool Direct(std::string_view texte);
 
   std::unique_ptr<SupportFichier> support_;
   std::vector<char> tampon_;
