@@ -7,7 +7,8 @@
 # samples and on generated files of each kind the command line converts (and
 # a smaller file of faulty lines, so that the rejection paths are not taken
 # for cold), then marks the profile complete with PROFILE_DIR/profil.stamp.
-# Does nothing when the stamp is newer than the instrumented program.
+# Does nothing when the stamp is newer than the instrumented program and
+# than this script.
 set -eu
 
 if [ $# -ne 2 ]; then
@@ -20,7 +21,7 @@ generer="$1/bench/quillon_generer"
 profil="$2"
 marque="$profil/profil.stamp"
 
-if [ -f "$marque" ] && [ "$marque" -nt "$quillon" ]; then exit 0; fi
+if [ -f "$marque" ] && [ "$marque" -nt "$quillon" ] && [ "$marque" -nt "$0" ]; then exit 0; fi
 
 # A profile left by an older program would be merged with the new one.
 rm -rf "$profil"

@@ -167,10 +167,6 @@ std::string_view Vue(const char* debut, const char* fin) {
   return {debut, static_cast<std::size_t>(fin - debut)};
 }
 
-}  // namespace
-
-namespace {
-
 // Fills the field with blanks: a number that cannot be written in it.
 bool Blanchir(char* zone, std::size_t largeur) {
   std::memset(zone, ' ', largeur);
@@ -228,10 +224,6 @@ bool ArrondirRapide(double valeur, int decimales, int64_t& entier) {
   entier = static_cast<int64_t>(arrondi);
   return true;
 }
-
-}  // namespace
-
-namespace {
 
 // The "#.000" text of `entier`, the number times 10^decimales, written
 // backwards from `fin` and not before `debut`: the decimals, the point, the
