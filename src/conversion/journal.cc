@@ -8,10 +8,14 @@
 namespace quillon {
 namespace {
 
-void AjouterEntier(std::string& texte, int64_t n) {
-  char tampon[24];
-  const auto r = std::to_chars(tampon, tampon + sizeof tampon, n);
-  texte.append(tampon, r.ptr);
+// The decimal text of a counter, in `tampon`.
+struct TamponEntier {
+  char octets[24];
+};
+
+std::string_view TexteEntier(int64_t n, TamponEntier& tampon) {
+  const auto r = std::to_chars(tampon.octets, tampon.octets + sizeof tampon.octets, n);
+  return {tampon.octets, static_cast<std::size_t>(r.ptr - tampon.octets)};
 }
 
 }  // namespace
@@ -57,9 +61,9 @@ void Journal::EcrireLog(bool Lecture, bool AvecLigne, bool AvecPrefixe, bool Com
   FluxTexte& flux = FichierLog.Flux;
   if (AvecPrefixe) flux.Write(Lecture ? "LECTURE: " : "ECRITURE: ");
   if (AvecLigne) {
-    char numero[24];
+    TamponEntier numero;
     flux.Write("ligne ");
-    flux.Write({numero, std::to_chars(numero, numero + sizeof numero, NumeroLigne()).ptr});
+    flux.Write(TexteEntier(NumeroLigne(), numero));
     flux.Write(": ");
   }
   for (std::string_view morceau : Message) flux.Write(morceau);
@@ -93,13 +97,14 @@ std::array<std::string, 4> Journal::Bilan() const {
   static constexpr auto kLecture = Ansi(u8" erreur(s) constatée(s) lors de la lecture du fichier source");
   static constexpr auto kEcriture = Ansi(u8" erreur(s) constatée(s) lors de l'écriture dans le fichier cible");
   std::array<std::string, 4> lignes;
-  AjouterEntier(lignes[0], NumeroLigne());
+  TamponEntier tampon;
+  lignes[0] = TexteEntier(NumeroLigne(), tampon);
   lignes[0] += " ligne(s) lues dans le fichier source";
-  AjouterEntier(lignes[1], NbLignesIgnorees);
+  lignes[1] = TexteEntier(NbLignesIgnorees, tampon);
   lignes[1] += kIgnorees;
-  AjouterEntier(lignes[2], NbErreursLecture);
+  lignes[2] = TexteEntier(NbErreursLecture, tampon);
   lignes[2] += kLecture;
-  AjouterEntier(lignes[3], NbErreursEcriture);
+  lignes[3] = TexteEntier(NbErreursEcriture, tampon);
   lignes[3] += kEcriture;
   return lignes;
 }

@@ -81,6 +81,8 @@ bool FluxTexte::Direct(std::string_view texte) {
   return !erreur_;
 }
 
+// Not Write then EndLine: one room check for the line and its end, on the
+// path every target line takes.
 void FluxTexte::WriteLine(std::string_view texte) {
   if (!Preparer(texte.size() + 2)) {
     if (!erreur_ && Direct(texte)) Direct("\r\n");
