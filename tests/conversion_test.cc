@@ -5,10 +5,10 @@
 #include <vector>
 
 #include "conversion/conversions.h"
-#include "conversion/encoding.h"
-#include "conversion/locale.h"
+#include "io/encoding.h"
+#include "io/locale.h"
 #include "conversion/run_settings.h"
-#include "conversion/text_file.h"
+#include "io/text_file.h"
 #include "test_support.h"
 
 namespace quillon {
@@ -16,8 +16,14 @@ namespace {
 
 using test::W;
 
-// Every line a stream gives, and its line counter at the end.
-std::pair<std::vector<std::string>, int64_t> ToutLire(const std::string& contenu) {
+struct Lecture {
+  std::vector<std::string> lignes;
+  int64_t compteur;  // at the end
+  bool erreur;
+};
+
+// Every line a stream gives, its line counter at the end, and its error.
+Lecture ToutLire(const std::string& contenu) {
   SystemeFichiersMemoire fs;
   fs.fichiers["f"] = contenu;
   FluxTexte flux;
@@ -25,7 +31,7 @@ std::pair<std::vector<std::string>, int64_t> ToutLire(const std::string& contenu
   std::vector<std::string> lignes;
   std::string_view ligne;
   while (!flux.AtEndOfStream() && flux.ReadLine(ligne)) lignes.emplace_back(ligne);
-  return {lignes, flux.Line()};
+  return {lignes, flux.Line(), flux.EnErreur()};
 }
 
 TEST(FichiersTexte, FinsDeLigneEtCompteur) {
@@ -49,9 +55,34 @@ TEST(FichiersTexte, FinsDeLigneEtCompteur) {
       {"CR LF across reads", bord + "\r\nz\r\n", {bord, "z"}, 3},
   };
   for (const auto& c : cas) {
-    const auto [lignes, compteur] = ToutLire(c.contenu);
-    EXPECT_EQ(lignes, c.lignes) << c.nom;
-    EXPECT_EQ(compteur, c.compteurFinal) << c.nom;
+    const Lecture l = ToutLire(c.contenu);
+    EXPECT_EQ(l.lignes, c.lignes) << c.nom;
+    EXPECT_EQ(l.compteur, c.compteurFinal) << c.nom;
+    EXPECT_FALSE(l.erreur) << c.nom;
+  }
+}
+
+// The longest line accepted, its line end aside; one byte more and the
+// stream is in error there, as if it could not be read.
+TEST(FichiersTexte, LigneLaPlusLongue) {
+  const std::string max(FluxTexte::kLongueurLigneMax, 'x');
+  const struct {
+    const char* nom;
+    std::string contenu;
+    std::size_t lignes;
+    bool erreur;
+  } cas[] = {
+      {"longest, CR LF", "a\n" + max + "\r\nb\n", 3, false},
+      {"longest, last without end", "a\n" + max, 2, false},
+      {"one more, LF", "a\n" + max + "x\nb\n", 1, true},
+      {"one more, CR LF", "a\n" + max + "x\r\nb\n", 1, true},
+      {"one more, last without end", "a\n" + max + "x", 1, true},
+      {"far more", "a\n" + max + max + max, 1, true},
+  };
+  for (const auto& c : cas) {
+    const Lecture l = ToutLire(c.contenu);
+    EXPECT_EQ(l.lignes.size(), c.lignes) << c.nom;
+    EXPECT_EQ(l.erreur, c.erreur) << c.nom;
   }
 }
 
@@ -139,7 +170,8 @@ TEST_F(Execution, LesCompteursNeSArretentPasA32767) {
 
 // What the executable's cases cannot make fail: a write refused in the
 // middle of the run. With the other fatal errors: one message, no summary,
-// every file closed, the source untouched.
+// every file closed, the source untouched, and the previous target and log
+// as they were.
 TEST_F(Execution, ErreursFatales) {
   const std::string source = "x\r\n02   5  12        1001 1 N 10.0  538000.500  152000.250\r\n";
   const struct {
@@ -148,20 +180,13 @@ TEST_F(Execution, ErreursFatales) {
     const char* echecCreation;
     const char* echecEcriture;
     const char* message;  // UTF-8
-    std::set<std::string> fichiers;  // after the run
   } cas[] = {
-      {"target over the source", "src", "", "", "Le fichier src ne peut pas être créé, l'application va s'arrêter",
-       {"src"}},
-      {"target not creatable", "cible", "cible", "",
-       "Le fichier cible ne peut pas être créé, l'application va s'arrêter", {"src"}},
-      {"log not creatable", "cible", "src.log", "",
-       "Le fichier src.log ne peut pas être créé, l'application va s'arrêter", {"src", "cible"}},
-      {"log is the target", "src.log", "", "",
-       "Le fichier src.log ne peut pas être créé, l'application va s'arrêter", {"src", "src.log"}},
-      {"target write fails", "cible", "", "cible",
-       "Le fichier cible ne peut pas être écrit, l'application va s'arrêter", {"src", "cible", "src.log"}},
-      {"log write fails", "cible", "", "src.log",
-       "Le fichier src.log ne peut pas être écrit, l'application va s'arrêter", {"src", "cible", "src.log"}},
+      {"target over the source", "src", "", "", "Le fichier src ne peut pas être créé, l'application va s'arrêter"},
+      {"target not creatable", "cible", "cible", "", "Le fichier cible ne peut pas être créé, l'application va s'arrêter"},
+      {"log not creatable", "cible", "src.log", "", "Le fichier src.log ne peut pas être créé, l'application va s'arrêter"},
+      {"log is the target", "src.log", "", "", "Le fichier src.log ne peut pas être créé, l'application va s'arrêter"},
+      {"target write fails", "cible", "", "cible", "Le fichier cible ne peut pas être écrit, l'application va s'arrêter"},
+      {"log write fails", "cible", "", "src.log", "Le fichier src.log ne peut pas être écrit, l'application va s'arrêter"},
   };
   for (const auto& c : cas) {
     SystemeFichiersMemoire memoire;
@@ -170,15 +195,14 @@ TEST_F(Execution, ErreursFatales) {
     r.affichage = &vu;
     memoire.echecCreation = c.echecCreation;
     memoire.echecEcriture = c.echecEcriture;
-    memoire.fichiers["src"] = source;
+    memoire.fichiers = {{"src", source}, {"cible", "cible d'avant\r\n"}, {"src.log", "journal d'avant\r\n"}};
+    const auto avant = memoire.fichiers;
     r.FichierCible.Nom = c.cible;
     EXPECT_FALSE(ConvertirPtPrecFiabEnPtVal(r)) << c.nom;
     EXPECT_EQ(vu.fatales, std::vector<std::string>{W(c.message)}) << c.nom;
     EXPECT_TRUE(vu.bilans.empty()) << c.nom;
-    std::set<std::string> fichiers;
-    for (const auto& [nom, contenu] : memoire.fichiers) fichiers.insert(nom);
-    EXPECT_EQ(fichiers, c.fichiers) << c.nom;
-    EXPECT_EQ(memoire.fichiers["src"], source) << c.nom;
+    EXPECT_EQ(memoire.fichiers, avant) << c.nom;
+    EXPECT_TRUE(memoire.enCours.empty()) << c.nom;
     EXPECT_FALSE(r.FichierSource.Flux.Ouvert() || r.FichierCible.Flux.Ouvert() || r.journal.LogOuvert) << c.nom;
   }
 }

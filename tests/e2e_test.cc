@@ -42,10 +42,10 @@ TEST_P(CasE2E, SortieEtFichiers) {
     if (e.is_regular_file()) entrees[nom] = LireFichier(e.path().string());
   }
   const std::vector<std::string> arguments = Lignes(cas / "arguments");
-  std::vector<std::string> environnement;
-  if (fs::exists(cas / "environnement")) environnement = Lignes(cas / "environnement");
 
-  const ResultatExe r = LancerQuillon(arguments, dossier.chemin(), environnement);
+  OptionsExe options;
+  if (fs::exists(cas / "environnement")) options.environnement = Lignes(cas / "environnement");
+  const ResultatExe r = LancerQuillon(arguments, dossier.chemin(), options);
   EXPECT_EQ(r.signal, 0);
   EXPECT_EQ(r.codeSortie, 0);
   EXPECT_EQ(r.sortie, LireFichier((cas / "sortie").string()));
@@ -73,6 +73,7 @@ TEST_P(CasE2E, SortieEtFichiers) {
       EXPECT_FALSE(fs::exists(dossier / nom)) << nom << " should not exist";
     }
   }
+  EXPECT_EQ(Temporaires(dossier.chemin()), std::vector<std::string>{}) << "temporary files left";
   for (const auto& [nom, contenu] : entrees) {
     if (!attendus.count(nom)) {
       EXPECT_EQ(LireFichier(dossier / nom), contenu) << nom << " was modified";

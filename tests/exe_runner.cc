@@ -1,6 +1,7 @@
 #include "exe_runner.h"
 
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -12,15 +13,36 @@
 #include <sstream>
 #include <stdexcept>
 
-namespace quillon::test {
+namespace fs = std::filesystem;
 
-ResultatExe LancerQuillon(const std::vector<std::string>& arguments, const std::string& dossier,
-                          const std::vector<std::string>& environnement, bool sansPrivileges,
-                          bool sortieFermee) {
+namespace quillon::test {
+namespace {
+
+// The program as "nobody" can run it: the build folder may sit where only
+// root may go (root's home folder), so a copy in a folder of the system's
+// temporary folder, open to all, made once per test program.
+const std::string& ProgrammeSansPrivileges() {
+  static const DossierTemporaire dossier;
+  static const std::string copie = [] {
+    const std::string chemin = dossier / "quillon";
+    fs::copy_file(QUILLON_EXE, chemin);
+    chmod(dossier.chemin().c_str(), 0755);
+    chmod(chemin.c_str(), 0755);
+    return chemin;
+  }();
+  return copie;
+}
+
+}  // namespace
+
+ProcessusQuillon::ProcessusQuillon(const std::vector<std::string>& arguments, const std::string& dossier,
+                                   const OptionsExe& options) {
+  const bool baisser = options.sansPrivileges && geteuid() == 0;
+  const std::string programme = baisser ? ProgrammeSansPrivileges() : std::string(QUILLON_EXE);
   // The case's own settings first: the first of two LC_ALL is the one seen.
-  std::vector<std::string> env = environnement;
+  std::vector<std::string> env = options.environnement;
   env.insert(env.end(), {"PATH=/usr/bin:/bin", "LC_ALL=C"});
-  std::vector<char*> argv{const_cast<char*>(QUILLON_EXE)};
+  std::vector<char*> argv{const_cast<char*>(programme.c_str())};
   for (const std::string& a : arguments) argv.push_back(const_cast<char*>(a.c_str()));
   argv.push_back(nullptr);
   std::vector<char*> envp;
@@ -29,28 +51,52 @@ ResultatExe LancerQuillon(const std::vector<std::string>& arguments, const std::
 
   int sortie[2];
   if (pipe(sortie) != 0) throw std::runtime_error("pipe");
-  const pid_t pid = fork();
-  if (pid == 0) {
+  pid_ = fork();
+  if (pid_ == 0) {
     dup2(sortie[1], STDOUT_FILENO);
     close(sortie[0]);
+    close(sortie[1]);
     if (chdir(dossier.c_str()) != 0) _exit(126);
-    if (sansPrivileges && geteuid() == 0 && (setgid(65534) != 0 || setuid(65534) != 0)) _exit(125);
+    if (baisser && (setgid(65534) != 0 || setuid(65534) != 0)) _exit(125);
     execve(argv[0], argv.data(), envp.data());
     _exit(127);
   }
   close(sortie[1]);
+  sortie_ = sortie[0];
+  if (options.sortieFermee) {
+    close(sortie_);
+    sortie_ = -1;
+  }
+}
+
+ProcessusQuillon::~ProcessusQuillon() {
+  if (pid_ > 0) {
+    kill(pid_, SIGKILL);
+    Attendre();
+  }
+}
+
+void ProcessusQuillon::Signaler(int signal) const { kill(pid_, signal); }
+
+ResultatExe ProcessusQuillon::Attendre() {
   ResultatExe r;
-  if (sortieFermee) close(sortie[0]);
   char tampon[65536];
-  for (ssize_t n; !sortieFermee && (n = read(sortie[0], tampon, sizeof tampon)) > 0;) r.sortie.append(tampon, n);
-  if (!sortieFermee) close(sortie[0]);
+  for (ssize_t n; sortie_ >= 0 && (n = read(sortie_, tampon, sizeof tampon)) > 0;) r.sortie.append(tampon, n);
+  if (sortie_ >= 0) close(sortie_);
+  sortie_ = -1;
   int statut = 0;
   rusage usage{};
-  wait4(pid, &statut, 0, &usage);
+  wait4(pid_, &statut, 0, &usage);
+  pid_ = -1;
   r.memoireMaxKo = usage.ru_maxrss;
   if (WIFEXITED(statut)) r.codeSortie = WEXITSTATUS(statut);
   if (WIFSIGNALED(statut)) r.signal = WTERMSIG(statut);
   return r;
+}
+
+ResultatExe LancerQuillon(const std::vector<std::string>& arguments, const std::string& dossier,
+                          const OptionsExe& options) {
+  return ProcessusQuillon(arguments, dossier, options).Attendre();
 }
 
 std::string LireFichier(const std::string& chemin) {
@@ -65,8 +111,18 @@ void EcrireFichier(const std::string& chemin, const std::string& contenu) {
   f << contenu;
 }
 
+std::vector<std::string> Temporaires(const std::string& dossier) {
+  std::vector<std::string> noms;
+  std::error_code ec;
+  for (const auto& e : fs::directory_iterator(dossier, ec)) {
+    const std::string nom = e.path().filename().string();
+    if (nom.find(".quillon-") != std::string::npos && nom.ends_with(".tmp")) noms.push_back(nom);
+  }
+  return noms;
+}
+
 DossierTemporaire::DossierTemporaire() {
-  std::string modele = (std::filesystem::temp_directory_path() / "quillon-test.XXXXXX").string();
+  std::string modele = (fs::temp_directory_path() / "quillon-test.XXXXXX").string();
   if (mkdtemp(modele.data()) == nullptr) throw std::runtime_error("mkdtemp");
   chemin_ = modele;
   chmod(chemin_.c_str(), 0777);  // a run without privileges writes here too
@@ -74,11 +130,11 @@ DossierTemporaire::DossierTemporaire() {
 
 DossierTemporaire::~DossierTemporaire() {
   std::error_code ec;
-  std::filesystem::permissions(chemin_, std::filesystem::perms::all, ec);
-  for (const auto& e : std::filesystem::recursive_directory_iterator(chemin_, ec)) {
-    std::filesystem::permissions(e.path(), std::filesystem::perms::owner_all, ec);
+  fs::permissions(chemin_, fs::perms::all, ec);
+  for (const auto& e : fs::recursive_directory_iterator(chemin_, ec)) {
+    fs::permissions(e.path(), fs::perms::owner_all, ec);
   }
-  std::filesystem::remove_all(chemin_, ec);
+  fs::remove_all(chemin_, ec);
 }
 
 }  // namespace quillon::test

@@ -1,6 +1,8 @@
 // Runs the real quillon executable in a folder and collects what it did.
 #pragma once
 
+#include <sys/types.h>
+
 #include <string>
 #include <vector>
 
@@ -13,18 +15,48 @@ struct ResultatExe {
   long memoireMaxKo = 0;   // peak resident memory
 };
 
-// `arguments` are handed over as they are (one element each); the
-// environment holds PATH and LC_ALL=C unless `environnement` says otherwise
-// (KEY=VALUE); standard error is the tests' own. With `sansPrivileges` a
-// run as root drops to "nobody", so that file permissions apply.
-// With `sortieFermee` nobody reads the standard output: its pipe is closed
-// before the program writes.
+struct OptionsExe {
+  // KEY=VALUE; the environment otherwise holds PATH and LC_ALL=C.
+  std::vector<std::string> environnement;
+  // A run as root drops to "nobody", so that file permissions apply. The
+  // program it runs is then a copy that "nobody" can reach, wherever the
+  // build is.
+  bool sansPrivileges = false;
+  // Nobody reads the standard output: its pipe is closed before the
+  // program writes.
+  bool sortieFermee = false;
+};
+
+// A run under way: started by the constructor, collected by Attendre.
+class ProcessusQuillon {
+ public:
+  // `arguments` are handed over as they are (one element each); standard
+  // error is the tests' own.
+  ProcessusQuillon(const std::vector<std::string>& arguments, const std::string& dossier,
+                   const OptionsExe& options = {});
+  ~ProcessusQuillon();
+  ProcessusQuillon(const ProcessusQuillon&) = delete;
+  ProcessusQuillon& operator=(const ProcessusQuillon&) = delete;
+
+  pid_t pid() const { return pid_; }
+  void Signaler(int signal) const;
+  // Reads the standard output to its end and waits for the program.
+  ResultatExe Attendre();
+
+ private:
+  pid_t pid_ = -1;
+  int sortie_ = -1;
+};
+
 ResultatExe LancerQuillon(const std::vector<std::string>& arguments, const std::string& dossier,
-                          const std::vector<std::string>& environnement = {}, bool sansPrivileges = false,
-                          bool sortieFermee = false);
+                          const OptionsExe& options = {});
 
 std::string LireFichier(const std::string& chemin);
 void EcrireFichier(const std::string& chemin, const std::string& contenu);
+
+// The temporary files of unfinished writes left in a folder
+// ("*.quillon-XXXXXX.tmp").
+std::vector<std::string> Temporaires(const std::string& dossier);
 
 // A fresh scratch folder, removed with the object.
 class DossierTemporaire {

@@ -4,7 +4,7 @@
 
 #include <regex>
 
-#include "conversion/encoding.h"
+#include "io/encoding.h"
 
 namespace quillon::test {
 

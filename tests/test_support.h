@@ -6,9 +6,9 @@
 #include <string_view>
 #include <vector>
 
-#include "conversion/file_system.h"
-#include "conversion/journal.h"
-#include "model/ansi.h"
+#include "io/file_system.h"
+#include "io/journal.h"
+#include "io/ansi.h"
 
 namespace quillon::test {
 
@@ -28,7 +28,7 @@ class JournalMemoire {
   // The log lines written so far, without their CR LF.
   std::vector<std::string> Lignes() {
     journal.FichierLog.Flux.Vider();
-    return LignesCRLF(fichiers.fichiers["journal"]);
+    return LignesCRLF(fichiers.enCours.count("journal") ? fichiers.enCours["journal"] : fichiers.fichiers["journal"]);
   }
 
   SystemeFichiersMemoire fichiers;

@@ -1,6 +1,6 @@
 #include "app/command_line.h"
 
-#include "conversion/encoding.h"
+#include "io/encoding.h"
 
 namespace quillon {
 

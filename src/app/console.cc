@@ -2,8 +2,8 @@
 
 #include <unistd.h>
 
-#include "conversion/encoding.h"
-#include "conversion/locale.h"
+#include "io/encoding.h"
+#include "io/locale.h"
 
 namespace quillon {
 

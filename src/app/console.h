@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "conversion/display.h"
+#include "io/display.h"
 
 namespace quillon {
 

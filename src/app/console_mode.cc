@@ -27,12 +27,11 @@ bool Contient(std::string_view chemin, std::string_view extension) {
 
 }  // namespace
 
-std::string TexteVersion() {
-  return std::to_string(kVersionMajeure) + "." + std::to_string(kVersionMineure) + "." +
-         std::to_string(kVersionRevision);
+// The three numbers written one by one, without leading zeros: 0.5.5.
+void AfficherVersion() {
+  EcrireConsole(std::string(kTitreApplication) + ", Version " + std::to_string(kVersionMajeure) + "." +
+                std::to_string(kVersionMineure) + "." + std::to_string(kVersionRevision) + "\r\n");
 }
-
-void AfficherVersion() { EcrireConsole(std::string(kTitreApplication) + ", Version " + TexteVersion() + "\r\n"); }
 
 void ModeConsole(std::string_view texteArguments, ReglagesExecution& reglages) {
   reglages.ModeFenetre = false;

@@ -5,16 +5,9 @@
 #include <string_view>
 
 #include "conversion/run_settings.h"
+#include "version.h"
 
 namespace quillon {
-
-inline constexpr const char* kTitreApplication = "Quillon";
-inline constexpr int kVersionMajeure = 0;
-inline constexpr int kVersionMineure = 5;
-inline constexpr int kVersionRevision = 5;
-
-// "0.5.5"
-std::string TexteVersion();
 
 void AfficherVersion();
 

@@ -7,6 +7,7 @@
 #include "app/console_mode.h"
 #include "app/windowed_launch.h"
 #include "conversion/run_settings.h"
+#include "io/temporary_files.h"
 
 int main(int argc, char** argv) {
   // Any argument at all, even an empty one, selects console mode: the
@@ -18,6 +19,8 @@ int main(int argc, char** argv) {
   // fail, unnoticed.
   std::signal(SIGPIPE, SIG_IGN);
 #endif
+  // Ctrl-C and the like leave no temporary file behind.
+  quillon::InstallerInterruptions();
   quillon::ReglagesExecution reglages;
   quillon::InitialiserTables(reglages);
   quillon::AffichageConsole console;

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "app/windowed_launch.h"
-#include "conversion/encoding.h"
-#include "conversion/locale.h"
+#include "io/encoding.h"
+#include "io/locale.h"
 
 namespace quillon {
 namespace {

@@ -3,18 +3,23 @@
 #include <string>
 #include <string_view>
 
-#include "conversion/locale.h"
 #include "formats/ptm_format.h"
 #include "formats/ptp_format.h"
 #include "formats/ptv_format.h"
 #include "formats/pts_format.h"
+#include "formats/target_line.h"
+#include "io/locale.h"
 #include "model/point.h"
 
 namespace quillon {
 namespace {
 
 // What the four runs share: the files, the header, the fatal errors, the
-// summary. The per-line work stays in each run's loop.
+// summary.
+//
+// The target and the log are written beside their names and put in place
+// only when the run has completed: a run that fails, or is interrupted,
+// leaves the previous target and log as they were.
 class Deroulement {
  public:
   explicit Deroulement(ReglagesExecution& reglages) : r_(reglages), journal_(reglages.journal) {}
@@ -32,7 +37,12 @@ class Deroulement {
     }
     journal_.InitialiserLog();
     journal_.Attacher(*r_.systeme, source.Flux, &cible.Flux);
-    EcrireEntete(titre);
+    journal_.LigneEntete(titre);
+    journal_.LigneEntete(DateHeureJournal());
+    journal_.LigneEntete("Fichier source:");
+    journal_.LigneEntete(CheminAffichable(source.Nom));
+    journal_.LigneEntete("Fichier cible:");
+    journal_.LigneEntete(CheminAffichable(cible.Nom));
     return !journal_.EnEchec() || Abandonner(journal_.MessageEchec());
   }
 
@@ -47,7 +57,8 @@ class Deroulement {
 
   void EcrireCible(std::string_view ligne) { r_.FichierCible.Flux.WriteLine(ligne); }
 
-  // Summary and closing, or the fatal error that stopped the loop.
+  // The summary, then the target and the log put in place; or the fatal
+  // error that stopped the loop.
   bool Terminer() {
     FichierTexte& source = r_.FichierSource;
     FichierTexte& cible = r_.FichierCible;
@@ -56,38 +67,25 @@ class Deroulement {
     if (!journal_.Vider()) return Abandonner(journal_.MessageEchec());
 
     journal_.EcrireBilan(*r_.affichage);
-    if (!journal_.FermerLog() || journal_.EnEchec()) {
-      return Abandonner(journal_.EnEchec() ? journal_.MessageEchec()
-                                           : MessageFatal(journal_.FichierLog.Nom, RaisonFatale::Ecriture));
-    }
+    if (!journal_.Vider()) return Abandonner(journal_.MessageEchec());
     FermerFichier(source.Flux);
-    if (!FermerFichier(cible.Flux)) return Echouer(MessageFatal(cible.Nom, RaisonFatale::Ecriture));
+    if (!FermerFichier(cible.Flux)) return Abandonner(MessageFatal(cible.Nom, RaisonFatale::Ecriture));
+    if (!journal_.FermerLog()) return Echouer(MessageFatal(journal_.FichierLog.Nom, RaisonFatale::Ecriture));
     return true;
   }
 
  private:
-  void EcrireEntete(std::string_view titre) {
-    const auto ligne = [this](std::string_view texte) { journal_.EcrireLog(true, false, false, false, texte); };
-    ligne(titre);
-    ligne(DateHeureJournal());
-    ligne("Fichier source:");
-    ligne(CheminAffichable(r_.FichierSource.Nom));
-    ligne("Fichier cible:");
-    ligne(CheminAffichable(r_.FichierCible.Nom));
-  }
-
   bool Echouer(const std::string& message) {
     r_.affichage->MontrerErreurFatale(message);
     return false;
   }
 
-  // A fatal error in the middle of a run: it goes to the log as well when the
-  // log can still take it, then every file is closed.
+  // A fatal error in the middle of a run: every file is closed, and neither
+  // the target nor the log replaces the one before.
   bool Abandonner(const std::string& message) {
-    if (journal_.LogOuvert && !journal_.EnEchec()) journal_.EcrireLog(false, false, false, false, "ERREUR FATALE: " + message);
-    if (journal_.LogOuvert) journal_.FermerLog();
+    journal_.Abandonner();
     FermerFichier(r_.FichierSource.Flux);
-    FermerFichier(r_.FichierCible.Flux);
+    AbandonnerFichier(r_.FichierCible.Flux);
     return Echouer(message);
   }
 
@@ -95,70 +93,60 @@ class Deroulement {
   Journal& journal_;
 };
 
+// The run itself: the lines of the source one after the other through the
+// run's step, which reads a line into the point and, when it can, writes the
+// target line; only then is that line written to the target.
+template <typename Etape>
+bool Executer(ReglagesExecution& reglages, std::string_view titre, Etape etape) {
+  Deroulement run(reglages);
+  if (!run.Demarrer(titre)) return false;
+  Point point;
+  LigneCible cible;
+  std::string_view ligne;
+  while (run.LigneSuivante(ligne)) {
+    if (etape(ligne, point, cible, reglages.journal)) run.EcrireCible(cible.Texte());
+  }
+  return run.Terminer();
+}
+
 }  // namespace
 
 bool ConvertirPtPrecFiabEnPtVal(ReglagesExecution& reglages) {
-  Deroulement run(reglages);
-  if (!run.Demarrer("Traduction de fichier de point de Prec/Fiab en Valeur")) return false;
-  Journal& journal = reglages.journal;
-  Point point;
-  LigneCible cible;
-  std::string_view ligne;
-  while (run.LigneSuivante(ligne)) {
-    if (!LireLignePtPrecFiab(ligne, point, journal)) continue;
-    if (!EcrireLignePtVal(ligne, false, point, cible, journal)) continue;
-    run.EcrireCible(cible.Texte());
-  }
-  return run.Terminer();
+  return Executer(reglages, "Traduction de fichier de point de Prec/Fiab en Valeur",
+                  [](std::string_view ligne, Point& point, LigneCible& cible, Journal& journal) {
+                    return LireLignePtPrecFiab(ligne, point, journal) &&
+                           EcrireLignePtVal(ligne, false, point, cible, journal);
+                  });
 }
 
 bool ConvertirPtValEnPtPrecFiab(ReglagesExecution& reglages, int16_t classeEchelle, int32_t groupeTheme) {
-  Deroulement run(reglages);
-  if (!run.Demarrer("Traduction de fichier de point de Valeur en Prec/Fiab")) return false;
-  Journal& journal = reglages.journal;
-  Point point;
-  LigneCible cible;
-  std::string_view ligne;
-  while (run.LigneSuivante(ligne)) {
-    if (!LireLignePtVal(ligne, point, journal)) continue;
-    if (!EcrireLignePtPrecFiab(ligne, point, classeEchelle, groupeTheme, cible, journal)) continue;
-    run.EcrireCible(cible.Texte());
-  }
-  return run.Terminer();
+  return Executer(reglages, "Traduction de fichier de point de Valeur en Prec/Fiab",
+                  [=](std::string_view ligne, Point& point, LigneCible& cible, Journal& journal) {
+                    return LireLignePtVal(ligne, point, journal) &&
+                           EcrireLignePtPrecFiab(ligne, point, classeEchelle, groupeTheme, cible, journal);
+                  });
 }
 
 bool ConvertirPtDCEnPtVal(ReglagesExecution& reglages, int32_t groupeTheme) {
-  Deroulement run(reglages);
-  if (!run.Demarrer("Traduction de fichier de point de DC en Valeur")) return false;
-  Journal& journal = reglages.journal;
-  Point point;
-  LigneCible cible;
-  std::string_view ligne;
-  while (run.LigneSuivante(ligne)) {
-    if (!LireLignePtDC(ligne, groupeTheme, point, journal)) continue;
-    if (!EcrireLignePtVal(ligne, true, point, cible, journal)) continue;
-    run.EcrireCible(cible.Texte());
-  }
-  return run.Terminer();
+  return Executer(reglages, "Traduction de fichier de point de DC en Valeur",
+                  [=](std::string_view ligne, Point& point, LigneCible& cible, Journal& journal) {
+                    return LireLignePtDC(ligne, groupeTheme, point, journal) &&
+                           EcrireLignePtVal(ligne, true, point, cible, journal);
+                  });
 }
 
+// Only the themes of the MD01 model go to the writer; the others are
+// counted as skipped, and leave nothing in the log.
 bool ConvertirPtPrecFiabEnPtMD01(ReglagesExecution& reglages) {
-  Deroulement run(reglages);
-  if (!run.Demarrer("Traduction de fichier de point de Prec/Fiab en MD01")) return false;
-  Journal& journal = reglages.journal;
-  Point point;
-  LigneCible cible;
-  std::string_view ligne;
-  while (run.LigneSuivante(ligne)) {
-    if (!LireLignePtPrecFiab(ligne, point, journal)) continue;
-    if (!EstThemeMD01(point.Theme)) {
-      journal.CompterLigneIgnoree();
-      continue;
-    }
-    if (!EcrireLignePtMD01(ligne, point, cible, journal)) continue;
-    run.EcrireCible(cible.Texte());
-  }
-  return run.Terminer();
+  return Executer(reglages, "Traduction de fichier de point de Prec/Fiab en MD01",
+                  [](std::string_view ligne, Point& point, LigneCible& cible, Journal& journal) {
+                    if (!LireLignePtPrecFiab(ligne, point, journal)) return false;
+                    if (!EstThemeMD01(point.Theme)) {
+                      journal.CompterLigneIgnoree();
+                      return false;
+                    }
+                    return EcrireLignePtMD01(ligne, point, cible, journal);
+                  });
 }
 
 }  // namespace quillon

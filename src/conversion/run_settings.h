@@ -6,10 +6,10 @@
 #include <cstdint>
 #include <string>
 
-#include "conversion/display.h"
-#include "conversion/file_system.h"
-#include "conversion/journal.h"
-#include "conversion/text_file.h"
+#include "io/display.h"
+#include "io/file_system.h"
+#include "io/journal.h"
+#include "io/text_file.h"
 
 namespace quillon {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "conversion/encoding.h"
+#include "io/encoding.h"
 #include "formats/numbers.h"
 #include "model/point.h"
 
@@ -40,7 +40,7 @@ void CopierTexte(std::string& champ, std::string_view texte) {
 }
 
 bool RejeterChamp(Journal& journal, std::string_view tete, std::string_view texte, std::string_view fin) {
-  journal.EcrireLog(true, true, true, true, {tete, texte, fin});
+  journal.ErreurLecture({tete, texte, fin});
   return false;
 }
 

@@ -12,8 +12,8 @@
 #include <string>
 #include <string_view>
 
-#include "conversion/journal.h"
-#include "model/ansi.h"
+#include "io/journal.h"
+#include "io/ansi.h"
 
 namespace quillon {
 

@@ -1,7 +1,7 @@
 #include "formats/field_writers.h"
 
 #include "formats/numbers.h"
-#include "model/ansi.h"
+#include "io/ansi.h"
 #include "model/point.h"
 
 namespace quillon {
@@ -52,7 +52,7 @@ bool EcrireCoordonnee(LigneCible& ligne, double valeur, std::string_view message
 }  // namespace
 
 bool EchecEcriture(Journal& journal, std::string_view message) {
-  journal.EcrireLog(false, true, true, true, message);
+  journal.ErreurEcriture(message);
   return false;
 }
 

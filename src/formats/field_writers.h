@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "conversion/journal.h"
+#include "io/journal.h"
 #include "formats/target_line.h"
 
 namespace quillon {

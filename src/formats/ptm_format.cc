@@ -35,7 +35,7 @@ bool EcrireLignePtMD01(std::string_view ligneSource, const Point& point, LigneCi
     cible.Ajouter(textes.PrecAlt.Vue());
   }
 
-  if (!ok) journal.EcrireLog(false, false, false, false, ligneSource);
+  if (!ok) journal.LigneSource(ligneSource);
   return ok;
 }
 

@@ -2,7 +2,7 @@
 
 #include "formats/field_readers.h"
 #include "formats/field_writers.h"
-#include "model/value_lookups.h"
+#include "formats/value_lookups.h"
 
 namespace quillon {
 
@@ -22,7 +22,7 @@ bool LireLignePtPrecFiab(std::string_view ligne, Point& point, Journal& journal)
   ok &= LirePrecAlt(ligne, point.Altitude, point.PrecAlt, journal);
   ok &= LireCommentaire(ligne, point.Commentaire, journal);
   ok &= LireType(ligne, point.Type, journal);
-  if (!ok) journal.EcrireLog(true, false, false, false, ligne);
+  if (!ok) journal.LigneSource(ligne);
   return ok;
 }
 
@@ -60,7 +60,7 @@ bool EcrireLignePtPrecFiab(std::string_view ligneSource, const Point& point, int
   cible.Ajouter(' ');
   cible.Ajouter(point.Type);
 
-  if (!ok) journal.EcrireLog(false, false, false, false, ligneSource);
+  if (!ok) journal.LigneSource(ligneSource);
   return ok;
 }
 

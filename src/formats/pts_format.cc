@@ -91,7 +91,7 @@ bool LireLignePtDC(std::string_view ligne, int32_t groupeTheme, Point& point, Jo
   ok &= LireAltitudePtDC(ligne, point.Altitude, journal);
   ok &= LireCommentairePtDC(ligne, point.Commentaire, journal);
   if (!ok) {
-    journal.EcrireLog(true, false, false, false, ligne);
+    journal.LigneSource(ligne);
     return false;
   }
   DeduireThemePtDC(point.Valeur, texteNature, point.NoCommune, groupeTheme, point.Theme);

@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-#include "conversion/journal.h"
+#include "io/journal.h"
 #include "model/point.h"
 
 namespace quillon {

@@ -2,7 +2,7 @@
 
 #include "formats/field_readers.h"
 #include "formats/field_writers.h"
-#include "model/value_lookups.h"
+#include "formats/value_lookups.h"
 
 namespace quillon {
 
@@ -20,7 +20,7 @@ bool LireLignePtVal(std::string_view ligne, Point& point, Journal& journal) {
   ok &= LireAltitude(ligne, point.Altitude, journal);
   ok &= LireCommentaire(ligne, point.Commentaire, journal);
   ok &= LireType(ligne, point.Type, journal);
-  if (!ok) journal.EcrireLog(true, false, false, false, ligne);
+  if (!ok) journal.LigneSource(ligne);
   return ok;
 }
 
@@ -58,7 +58,7 @@ bool EcrireLignePtVal(std::string_view ligneSource, bool valeurConnue, const Poi
   cible.Ajouter(' ');
   cible.Ajouter(point.Type);
 
-  if (!champsOk || !valeurOk) journal.EcrireLog(false, false, false, false, ligneSource);
+  if (!champsOk || !valeurOk) journal.LigneSource(ligneSource);
   return champsOk;
 }
 

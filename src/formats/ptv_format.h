@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "conversion/journal.h"
+#include "io/journal.h"
 #include "formats/target_line.h"
 #include "model/point.h"
 

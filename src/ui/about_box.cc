@@ -7,7 +7,7 @@
 #include <QPainter>
 #include <QPushButton>
 
-#include "app/console_mode.h"
+#include "version.h"
 #include "ui/app_icon.h"
 #include "ui/form_layout.h"
 #include "ui/registry.h"
@@ -83,7 +83,7 @@ void frmAPropos::Form_Load() {
     PlacerEtiquette(label, label->geometry());
   };
   texte("lblTitle", Titre());
-  texte("lblVersion", QStringLiteral("Version ") + QString::fromStdString(TexteVersion()));
+  texte("lblVersion", QStringLiteral("Version ") + QString::fromUtf8(kTexteVersion));
   texte("lblDescription", QStringLiteral("Utilitaire de conversion de fichiers de points MD01"));
   texte("lblDisclaimer",
         QStringLiteral("Cette application est fournie \"en l'état\", sans aucune garantie, ni explicite, ni implicite"));

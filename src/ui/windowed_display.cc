@@ -1,7 +1,7 @@
 #include "ui/windowed_display.h"
 
-#include "app/console_mode.h"
-#include "conversion/encoding.h"
+#include "version.h"
+#include "io/encoding.h"
 
 namespace quillon {
 

@@ -8,7 +8,7 @@
 #include <QPointer>
 #include <QWidget>
 
-#include "conversion/display.h"
+#include "io/display.h"
 #include "ui/seams.h"
 
 namespace quillon {

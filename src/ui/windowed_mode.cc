@@ -12,9 +12,9 @@
 #include <QLocale>
 #include <QTranslator>
 
-#include "app/console_mode.h"
-#include "conversion/encoding.h"
-#include "conversion/locale.h"
+#include "version.h"
+#include "io/encoding.h"
+#include "io/locale.h"
 #include "ui/app_icon.h"
 #include "ui/main_window.h"
 #include "ui/registry.h"

@@ -7,7 +7,7 @@
 
 #include "banc.h"
 #include "test_support.h"
-#include "conversion/encoding.h"
+#include "io/encoding.h"
 #include "ui/option_dialogs.h"
 
 namespace quillon::test {

@@ -1,9 +1,15 @@
 // The file service: how the runs open their source and create their target
 // and log. The real one works on the machine's files; the in-memory one
 // serves the tests and the fuzzers.
+//
+// A file created for writing is not the file of that name until it is
+// closed: its bytes go to a temporary file beside it, which the close puts
+// in place in one step. Until then, and for good when the writing is given
+// up, the file of that name stays as it was.
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <span>
@@ -16,12 +22,18 @@ class SupportFichier {
  public:
   virtual ~SupportFichier() = default;
   // Reads up to `taille` bytes: the count read, 0 at the end, -1 on error.
-  virtual long Lire(char* destination, std::size_t taille) = 0;
+  virtual int64_t Lire(char* destination, std::size_t taille) = 0;
   // Writes all `taille` bytes; false on error (disk full, I/O error).
   virtual bool Ecrire(const char* source, std::size_t taille) = 0;
+  // Closes; a file being written is put in place under its name. False when
+  // that failed, the file of that name then being left as it was.
   virtual bool Fermer() = 0;
+  // Closes a file being written without putting it in place: the file of
+  // that name stays as it was. The same as Fermer for a file being read.
+  // A support destroyed while still open gives up the same way.
+  virtual void Abandonner() { Fermer(); }
   // True when this open file and `autre` are the same file (same path, a
-  // link to it, or the same inode).
+  // link to it, the same inode), or would be once put in place.
   virtual bool MemeFichier(const SupportFichier& autre) const = 0;
 };
 
@@ -31,9 +43,10 @@ class SystemeFichiers {
   // Opens an existing file for reading; null when it cannot be read (missing,
   // a folder, no right to read).
   virtual std::unique_ptr<SupportFichier> OuvrirLecture(const std::string& nom) = 0;
-  // Creates `nom` for writing, replacing an existing file. Null when it
-  // cannot be created, and also when `nom` is the same file as one of
-  // `proteges`: an open file is never created over.
+  // Creates `nom` for writing, to replace an existing file when closed. Null
+  // when it could not be written: a missing or read-only folder, a
+  // read-only file, a folder, and also `nom` being the same file as one of
+  // `proteges` (an open file is never created over).
   virtual std::unique_ptr<SupportFichier> CreerEcriture(
       const std::string& nom, std::span<const SupportFichier* const> proteges) = 0;
 };
@@ -41,12 +54,14 @@ class SystemeFichiers {
 // The machine's files.
 SystemeFichiers& SystemeFichiersReel();
 
-// Files held in memory, by name. Reading a name that is not there fails;
-// creating one replaces its contents. `echecEcriture` makes every write to
-// that name fail, like a full disk.
+// Files held in memory, by name. Reading a name that is not there fails; a
+// created name is written in `enCours` and gets its new contents in
+// `fichiers` when closed. `echecEcriture` makes every write to that name
+// fail, like a full disk; `echecCreation` makes its creation fail.
 class SystemeFichiersMemoire : public SystemeFichiers {
  public:
   std::map<std::string, std::string> fichiers;
+  std::map<std::string, std::string> enCours;
   std::string echecEcriture;
   std::string echecCreation;
 

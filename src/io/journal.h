@@ -9,8 +9,8 @@
 #include <string>
 #include <string_view>
 
-#include "conversion/display.h"
-#include "conversion/text_file.h"
+#include "io/display.h"
+#include "io/text_file.h"
 
 namespace quillon {
 
@@ -39,17 +39,34 @@ class Journal {
   void UtiliserSysteme(SystemeFichiers& systeme) { systeme_ = &systeme; }
 
   void CompterLigneIgnoree() { ++NbLignesIgnorees; }
-  // Writes one log line, creating the log file first if it is not open:
-  //   [prefix]["ligne " N ": "]message
+
+  // What the readers, the writers and the runs write, each a named call over
+  // EcrireLog:
+  // a rejected field of the source line, "LECTURE: ligne N: " and the
+  // message's pieces one after the other; one more reading error;
+  void ErreurLecture(std::initializer_list<std::string_view> message) { EcrireLog(true, true, true, true, message); }
+  // a field that cannot be written, "ECRITURE: ligne N: " and the message;
+  // one more writing error;
+  void ErreurEcriture(std::string_view message) { EcrireLog(false, true, true, true, {message}); }
+  // a note after a writing error, in the same form, not counted;
+  void NoteEcriture(std::string_view message) { EcrireLog(false, true, true, false, {message}); }
+  // the source line that a line reader rejected or a line writer could not
+  // convert, exactly as read;
+  void LigneSource(std::string_view ligne) { EcrireLog(true, false, false, false, {ligne}); }
+  // a line of the header, as it is.
+  void LigneEntete(std::string_view texte) { EcrireLog(false, false, false, false, {texte}); }
+
+  // The one writer underneath, creating the log file first if it is not
+  // open: [prefix]["ligne " N ": "]message, the message given in pieces;
   // prefix "LECTURE: " (Lecture) or "ECRITURE: " when AvecPrefixe; the
   // matching counter grows when CompterErreur.
   void EcrireLog(bool Lecture, bool AvecLigne, bool AvecPrefixe, bool CompterErreur,
-                 std::string_view Message);
-  // The same with a message in pieces, written one after the other: a
-  // rejected field's message needs no text of its own.
-  void EcrireLog(bool Lecture, bool AvecLigne, bool AvecPrefixe, bool CompterErreur,
                  std::initializer_list<std::string_view> Message);
+  // Closes the log: the log file is then in place, replacing the previous
+  // one. False when it could not be written or put in place.
   bool FermerLog();
+  // Closes the log without putting it in place: the previous log stays.
+  void Abandonner();
   // Writes out what the log holds so far, so that a full disk shows before
   // the summary does; false (and the log failed) on error.
   bool Vider();

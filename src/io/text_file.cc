@@ -1,4 +1,4 @@
-#include "conversion/text_file.h"
+#include "io/text_file.h"
 
 #include <cstring>
 
@@ -24,8 +24,11 @@ bool FluxTexte::Remplir() {
     fin_ -= debut_;
     debut_ = 0;
   }
-  if (fin_ == tampon_.size()) tampon_.resize(tampon_.size() * 2);  // a line longer than the buffer
-  const long n = support_->Lire(tampon_.data() + fin_, tampon_.size() - fin_);
+  if (fin_ == tampon_.size()) {  // a line longer than the buffer
+    if (fin_ > kLongueurLigneMax + 1) return TropLongue();  // its CR aside
+    tampon_.resize(tampon_.size() * 2);
+  }
+  const int64_t n = support_->Lire(tampon_.data() + fin_, tampon_.size() - fin_);
   if (n < 0) {
     erreur_ = true;
     return false;
@@ -51,6 +54,7 @@ bool FluxTexte::ReadLine(std::string_view& ligne) {
       const std::size_t pos = static_cast<const char*>(lf) - tampon_.data();
       std::size_t finLigne = pos;
       if (finLigne > debut_ && tampon_[finLigne - 1] == '\r') --finLigne;
+      if (finLigne - debut_ > kLongueurLigneMax) return TropLongue();
       ligne = std::string_view(tampon_.data() + debut_, finLigne - debut_);
       debut_ = pos + 1;
       ++ligne_;
@@ -61,10 +65,16 @@ bool FluxTexte::ReadLine(std::string_view& ligne) {
     cherche = debut_ + dejaVu;  // the pending bytes moved to the front
   }
   if (erreur_ || debut_ == fin_) return false;
+  if (fin_ - debut_ > kLongueurLigneMax) return TropLongue();
   // Last line, without line end: the counter stays where it is.
   ligne = std::string_view(tampon_.data() + debut_, fin_ - debut_);
   debut_ = fin_;
   return true;
+}
+
+bool FluxTexte::TropLongue() {
+  erreur_ = true;
+  return false;
 }
 
 bool FluxTexte::Preparer(std::size_t taille) {
@@ -115,11 +125,25 @@ bool FluxTexte::Vider() {
 bool FluxTexte::Close() {
   if (!support_) return false;
   const bool ok = ecriture_ ? Vider() : !erreur_;
+  if (ecriture_ && !ok) {
+    Abandonner();
+    return false;
+  }
   const bool ferme = support_->Fermer();
+  Liberer();
+  return ok && ferme;
+}
+
+void FluxTexte::Abandonner() {
+  if (!support_) return;
+  support_->Abandonner();
+  Liberer();
+}
+
+void FluxTexte::Liberer() {
   support_.reset();
   tampon_.clear();
   tampon_.shrink_to_fit();
-  return ok && ferme;
 }
 
 bool OuvrirFichierLecture(FluxTexte& flux, const std::string& nom, SystemeFichiers& systeme) {
@@ -143,5 +167,7 @@ bool CreerFichierEcriture(FluxTexte& flux, const std::string& nom, SystemeFichie
 }
 
 bool FermerFichier(FluxTexte& flux) { return flux.Close(); }
+
+void AbandonnerFichier(FluxTexte& flux) { flux.Abandonner(); }
 
 }  // namespace quillon

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "conversion/file_system.h"
+#include "io/file_system.h"
 
 namespace quillon {
 
@@ -21,9 +21,13 @@ namespace quillon {
 // next read would return: 1 at first, plus one for each line end consumed,
 // so a last line without line end does not advance it.
 //
-// A failing read or write puts the stream in error; EnErreur() tells.
+// A failing read or write puts the stream in error; EnErreur() tells. So
+// does a line longer than kLongueurLigneMax: nothing that long is a point
+// line, and memory stays bounded whatever the source.
 class FluxTexte {
  public:
+  static constexpr std::size_t kLongueurLigneMax = std::size_t{1} << 20;  // 1 MiB, line end aside
+
   FluxTexte() = default;
   FluxTexte(const FluxTexte&) = delete;
   FluxTexte& operator=(const FluxTexte&) = delete;
@@ -49,8 +53,12 @@ class FluxTexte {
   bool Vider();  // writes out the buffer; false on error
 
   bool EnErreur() const { return erreur_; }
-  // Writes out what is pending and closes; false if either failed.
+  // Writes out what is pending and closes: a file being written is then in
+  // place. False if either failed; the file of that name is then as it was.
   bool Close();
+  // Closes a file being written without putting it in place; the file of
+  // that name is left as it was.
+  void Abandonner();
 
  private:
   bool Remplir();  // reads more bytes after the pending ones
@@ -59,6 +67,8 @@ class FluxTexte {
   bool Preparer(std::size_t taille);
   // Straight to the file, for what is longer than the buffer.
   bool Direct(std::string_view texte);
+  void Liberer();     // drops the support and the buffer
+  bool TropLongue();  // puts a stream in error for a line too long; false
 
   std::unique_ptr<SupportFichier> support_;
   std::vector<char> tampon_;
@@ -82,5 +92,7 @@ bool OuvrirFichierLecture(FluxTexte& flux, const std::string& nom, SystemeFichie
 bool CreerFichierEcriture(FluxTexte& flux, const std::string& nom, SystemeFichiers& systeme,
                           std::initializer_list<const FluxTexte*> proteges = {});
 bool FermerFichier(FluxTexte& flux);
+// Closes without putting a written file in place (a failed run).
+void AbandonnerFichier(FluxTexte& flux);
 
 }  // namespace quillon

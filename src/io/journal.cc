@@ -1,9 +1,9 @@
-#include "conversion/journal.h"
+#include "io/journal.h"
 
 #include <charconv>
 
-#include "conversion/locale.h"
-#include "model/ansi.h"
+#include "io/locale.h"
+#include "io/ansi.h"
 
 namespace quillon {
 namespace {
@@ -43,11 +43,6 @@ void Journal::Attacher(SystemeFichiers& systeme, const FluxTexte& source, const 
 }
 
 void Journal::EcrireLog(bool Lecture, bool AvecLigne, bool AvecPrefixe, bool CompterErreur,
-                        std::string_view Message) {
-  EcrireLog(Lecture, AvecLigne, AvecPrefixe, CompterErreur, {Message});
-}
-
-void Journal::EcrireLog(bool Lecture, bool AvecLigne, bool AvecPrefixe, bool CompterErreur,
                         std::initializer_list<std::string_view> Message) {
   if (EnEchec()) return;
   if (!LogOuvert) {
@@ -76,6 +71,11 @@ bool Journal::FermerLog() {
   const bool ferme = FermerFichier(FichierLog.Flux);
   LogOuvert = false;
   return ferme;
+}
+
+void Journal::Abandonner() {
+  if (LogOuvert) AbandonnerFichier(FichierLog.Flux);
+  LogOuvert = false;
 }
 
 bool Journal::Vider() {
@@ -112,7 +112,7 @@ std::array<std::string, 4> Journal::Bilan() const {
 void Journal::EcrireBilan(Affichage& affichage) {
   const auto lignes = Bilan();
   affichage.MontrerBilan(lignes);
-  for (const std::string& ligne : lignes) EcrireLog(false, false, false, false, ligne);
+  for (const std::string& ligne : lignes) EcrireLog(false, false, false, false, {ligne});
 }
 
 }  // namespace quillon

@@ -4,8 +4,8 @@
 #include <cstdio>
 #include <cstring>
 
-#include "conversion/encoding.h"
-#include "conversion/locale.h"
+#include "io/encoding.h"
+#include "io/locale.h"
 
 namespace quillon {
 namespace {

@@ -1,4 +1,4 @@
-#include "conversion/encoding.h"
+#include "io/encoding.h"
 
 #include <cstdint>
 

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "conversion/journal.h"
+#include "io/journal.h"
 #include "formats/field_writers.h"
 #include "formats/target_line.h"
 

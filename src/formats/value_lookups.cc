@@ -1,8 +1,8 @@
-#include "model/value_lookups.h"
+#include "formats/value_lookups.h"
 
 #include "formats/field_writers.h"
 #include "formats/numbers.h"
-#include "model/ansi.h"
+#include "io/ansi.h"
 #include "model/point.h"
 #include "model/value_tables.h"
 
@@ -22,8 +22,6 @@ constexpr auto kNote99 = Ansi(u8"La ligne a cependant été transférée avec un
 constexpr auto kIncoherent = Ansi(u8"Le couple PrecPlan-FiabPlan n'est pas cohérent");
 constexpr auto kTransferee = Ansi(u8"La ligne a cependant été transférée");
 
-// A note that follows a writing message: not counted.
-void Note(Journal& journal, std::string_view message) { journal.EcrireLog(false, true, true, false, message); }
 
 // The row's planimetric cell at the scale column, or null when nothing is
 // defined there.
@@ -54,14 +52,14 @@ bool Valeur(const TableValeurs& table, TexteValeur& texte, double precPlan, int3
   if (code == 0) {
     texte.Placer(repli);
     EchecEcriture(journal, kAucuneValeur);
-    Note(journal, note);
+    journal.NoteEcriture(note);
     return false;
   }
   PlacerEntierDiese(code, texte.octets, sizeof texte.octets);  // a found code is never 0
   const bool fiable = fiabPlan == kOui;
   if (fiable != table[code].FiabPlan) {
     EchecEcriture(journal, kIncoherent);
-    Note(journal, kTransferee);
+    journal.NoteEcriture(kTransferee);
     return false;
   }
   return true;

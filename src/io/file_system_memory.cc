@@ -1,0 +1,72 @@
+#include <algorithm>
+#include <cstring>
+
+#include "io/file_system.h"
+
+namespace quillon {
+namespace {
+
+class SupportMemoire : public SupportFichier {
+ public:
+  // Reading `*contenu`, or writing into systeme->enCours and put into
+  // systeme->fichiers on closing.
+  SupportMemoire(std::string nom, const std::string* contenu, SystemeFichiersMemoire* systeme, bool echecEcriture)
+      : nom_(std::move(nom)), contenu_(contenu), systeme_(systeme), echecEcriture_(echecEcriture) {
+    if (systeme_ != nullptr) systeme_->enCours[nom_].clear();
+  }
+  ~SupportMemoire() override { Abandonner(); }
+
+  int64_t Lire(char* cible, std::size_t taille) override {
+    const std::size_t n = std::min(taille, contenu_->size() - position_);
+    std::memcpy(cible, contenu_->data() + position_, n);
+    position_ += n;
+    return static_cast<int64_t>(n);
+  }
+  bool Ecrire(const char* source, std::size_t taille) override {
+    if (echecEcriture_ || systeme_ == nullptr) return false;
+    systeme_->enCours[nom_].append(source, taille);
+    return true;
+  }
+  bool Fermer() override {
+    if (systeme_ == nullptr) return true;
+    auto enCours = systeme_->enCours.extract(nom_);
+    systeme_->fichiers[nom_] = std::move(enCours.mapped());
+    systeme_ = nullptr;
+    return true;
+  }
+  void Abandonner() override {
+    if (systeme_ != nullptr) systeme_->enCours.erase(nom_);
+    systeme_ = nullptr;
+  }
+  bool MemeFichier(const SupportFichier& autre) const override {
+    const auto* m = dynamic_cast<const SupportMemoire*>(&autre);
+    return m != nullptr && m->nom_ == nom_;
+  }
+
+ private:
+  std::string nom_;
+  const std::string* contenu_;
+  SystemeFichiersMemoire* systeme_;
+  std::size_t position_ = 0;
+  bool echecEcriture_;
+};
+
+}  // namespace
+
+std::unique_ptr<SupportFichier> SystemeFichiersMemoire::OuvrirLecture(const std::string& nom) {
+  auto it = fichiers.find(nom);
+  if (it == fichiers.end()) return nullptr;
+  return std::make_unique<SupportMemoire>(nom, &it->second, nullptr, false);
+}
+
+std::unique_ptr<SupportFichier> SystemeFichiersMemoire::CreerEcriture(
+    const std::string& nom, std::span<const SupportFichier* const> proteges) {
+  if (nom.empty() || nom == echecCreation) return nullptr;
+  SupportMemoire essai(nom, nullptr, nullptr, false);
+  for (const SupportFichier* p : proteges) {
+    if (p != nullptr && essai.MemeFichier(*p)) return nullptr;
+  }
+  return std::make_unique<SupportMemoire>(nom, nullptr, this, nom == echecEcriture);
+}
+
+}  // namespace quillon

@@ -1,0 +1,38 @@
+// Interruptions on POSIX: SIGINT, SIGTERM and SIGHUP remove the pending
+// temporary files, then end the program by the same signal.
+#include <signal.h>
+#include <unistd.h>
+
+#include "io/temporary_files.h"
+
+namespace quillon {
+
+void SupprimerFichier(const char* chemin) { ::unlink(chemin); }
+
+namespace {
+
+void Interrompre(int signal) {
+  SupprimerTemporaires();
+  // Back to the default action, which the signal, blocked while this
+  // handler runs, takes as soon as it returns.
+  ::signal(signal, SIG_DFL);
+  ::raise(signal);
+}
+
+}  // namespace
+
+void InstallerInterruptions() {
+  struct sigaction action {};
+  action.sa_handler = Interrompre;
+  sigemptyset(&action.sa_mask);
+  for (int s : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&action.sa_mask, s);
+  for (int s : {SIGINT, SIGTERM, SIGHUP}) {
+    struct sigaction avant {};
+    // A signal ignored when the program started (a background job's SIGINT)
+    // stays ignored.
+    if (::sigaction(s, nullptr, &avant) == 0 && avant.sa_handler == SIG_IGN) continue;
+    ::sigaction(s, &action, nullptr);
+  }
+}
+
+}  // namespace quillon

@@ -1,0 +1,73 @@
+#include "io/temporary_files.h"
+
+#include <atomic>
+#include <chrono>
+#include <cstring>
+
+namespace quillon {
+
+// Platform's: removes one file by its name; safe inside a signal handler.
+void SupprimerFichier(const char* chemin);
+
+namespace {
+
+// Fixed places, so that a signal handler reads them without a lock or an
+// allocation: a place is written while free, then marked pending.
+constexpr int kPlaces = 128;
+constexpr std::size_t kLongueurChemin = 4096;
+enum : int { kLibre = 0, kPrise = 1, kEnCours = 2 };
+
+std::atomic<int> etats[kPlaces];
+char chemins[kPlaces][kLongueurChemin];
+
+// A mix of the essay number, the clock and the address of a local, turned
+// into six letters or digits.
+std::string Suffixe(uint64_t essai) {
+  static constexpr char kAlphabet[] = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
+  static std::atomic<uint64_t> compteur{0};
+  int pile = 0;
+  uint64_t x = static_cast<uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count()) ^
+               (reinterpret_cast<uintptr_t>(&pile) << 16) ^ (compteur.fetch_add(1) * 0x9E3779B97F4A7C15ull) ^
+               (essai * 0xBF58476D1CE4E5B9ull);
+  std::string texte(6, ' ');
+  for (char& c : texte) {
+    x ^= x >> 31;
+    x *= 0x94D049BB133111EBull;
+    c = kAlphabet[(x >> 33) % (sizeof kAlphabet - 1)];
+  }
+  return texte;
+}
+
+}  // namespace
+
+std::string NomTemporaire(const std::string& chemin, uint64_t essai) {
+  constexpr std::size_t kNomMax = 255 - (sizeof ".quillon-XXXXXX.tmp" - 1);
+  const std::size_t debutNom = chemin.find_last_of("/\\") + 1;  // 0 when there is no folder
+  const std::size_t longueurNom = chemin.size() - debutNom;
+  std::string nom = chemin.substr(0, debutNom + (longueurNom < kNomMax ? longueurNom : kNomMax));
+  return nom + ".quillon-" + Suffixe(essai) + ".tmp";
+}
+
+int RetenirTemporaire(const std::string& chemin) {
+  if (chemin.size() >= kLongueurChemin) return -1;
+  for (int i = 0; i < kPlaces; ++i) {
+    int libre = kLibre;
+    if (!etats[i].compare_exchange_strong(libre, kPrise)) continue;
+    std::memcpy(chemins[i], chemin.c_str(), chemin.size() + 1);
+    etats[i].store(kEnCours);
+    return i;
+  }
+  return -1;
+}
+
+void OublierTemporaire(int place) {
+  if (place >= 0 && place < kPlaces) etats[place].store(kLibre);
+}
+
+void SupprimerTemporaires() {
+  for (int i = 0; i < kPlaces; ++i) {
+    if (etats[i].load() == kEnCours) SupprimerFichier(chemins[i]);
+  }
+}
+
+}  // namespace quillon

@@ -1,0 +1,31 @@
+// The temporary files of the files being written, beside their final names:
+// "<name>.quillon-XXXXXX.tmp". An interruption removes those still pending
+// before the program ends; only a kill that cannot be caught leaves one.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace quillon {
+
+// The temporary name for a file to be put in place at `chemin` (its folder
+// and name), the `essai`-th one tried: a name of the same folder that no
+// other run picks at the same time. A long name is shortened to keep the
+// temporary name within 255 bytes.
+std::string NomTemporaire(const std::string& chemin, uint64_t essai);
+
+// Keeps `chemin` in the list of pending temporary files until it is
+// forgotten; the place it took, or -1 when the list is full (the file is
+// then not removed on an interruption).
+int RetenirTemporaire(const std::string& chemin);
+void OublierTemporaire(int place);
+
+// Removes every pending temporary file. Safe inside a signal handler.
+void SupprimerTemporaires();
+
+// From now on SIGINT, SIGTERM and SIGHUP (Ctrl-C and closing the console on
+// Windows) remove the pending temporary files, then end the program by the
+// same signal, as shells expect.
+void InstallerInterruptions();
+
+}  // namespace quillon
