@@ -1,4 +1,4 @@
-# Quillon: make demo | make test | make bench | make fuzz | make sanitize
+# Quillon: make demo | make test | make bench | make fuzz [FUZZ_RUNS=N] | make sanitize
 BUILD ?= build
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 

@@ -7,6 +7,9 @@
 # fuzz does it). TARGET is ptv, ptp, pts or conversion; all four by default.
 #
 # FUZZ_SECONDS  time per target (default 60)
+# FUZZ_RUNS     executions per target instead: each target runs until it has
+#               executed that many inputs (FUZZ_SECONDS, when set as well,
+#               still bounds its time)
 # FUZZ_JOBS     targets run side by side (default 1)
 #
 # The working corpus of each target lives in fuzz/corpus-work/TARGET (ignored
@@ -27,6 +30,11 @@ shift
 cibles=("$@")
 if [ ${#cibles[@]} -eq 0 ]; then cibles=(ptv ptp pts conversion); fi
 secondes="${FUZZ_SECONDS:-60}"
+borne=(-max_total_time="$secondes")
+if [ -n "${FUZZ_RUNS:-}" ]; then
+  borne=(-runs="$FUZZ_RUNS")
+  if [ -n "${FUZZ_SECONDS:-}" ]; then borne+=(-max_total_time="$secondes"); fi
+fi
 jobs="${FUZZ_JOBS:-1}"
 travail="$racine/fuzz/corpus-work"
 artefacts="$travail/artifacts"
@@ -90,11 +98,11 @@ lancer() {
       return 1
     }
   fi
-  "$exe" "$travail/$cible" -max_total_time="$secondes" -max_len="$longueur" -timeout=10 -rss_limit_mb=2048 \
+  "$exe" "$travail/$cible" "${borne[@]}" -max_len="$longueur" -timeout=10 -rss_limit_mb=2048 \
     -artifact_prefix="$artefacts/$cible-" -print_final_stats=1 >"$travail/$cible.txt" 2>&1
 }
 
-echo "Fuzzing ${cibles[*]} for $secondes s each ($jobs at a time); output in $travail"
+echo "Fuzzing ${cibles[*]} (${borne[*]} each, $jobs at a time); output in $travail"
 echecs=()
 en_cours=()
 for cible in "${cibles[@]}"; do
