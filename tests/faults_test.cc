@@ -92,24 +92,6 @@ TEST(Fautes, FichiersQuiNePeuventPasServir) {
   }
 }
 
-// A target replaced whole keeps what the user set on it: its permission
-// bits, and through a symbolic link the link itself.
-TEST(Fautes, CibleRemplaceeGardeSesDroitsEtSonLien) {
-  DossierTemporaire d;
-  EcrireFichier(d / "a.ptp", kBonPtp);
-  fs::create_directory(d / "vrai");
-  CibleAvant(d / "vrai/b.ptm", 0640);
-  fs::create_symlink("vrai/b.ptm", d / "lien.ptm");
-  const ResultatExe r = LancerQuillon({"a.ptp", "lien.ptm"}, d.chemin());
-  EXPECT_EQ(r.signal, 0);
-  EXPECT_TRUE(fs::is_symlink(d / "lien.ptm"));
-  EXPECT_EQ(LireFichier(d / "vrai/b.ptm").size(), 66u);
-  struct stat etat;
-  ASSERT_EQ(stat((d / "vrai/b.ptm").c_str(), &etat), 0);
-  EXPECT_EQ(etat.st_mode & 07777, 0640u);
-  EXPECT_EQ(Temporaires(d / "vrai"), std::vector<std::string>{});
-}
-
 TEST(Fautes, SortieStandardFermeeNArretePasLaConversion) {
   DossierTemporaire d;
   std::string source;
