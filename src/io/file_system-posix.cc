@@ -75,6 +75,15 @@ bool EcrireTout(int fd, const char* source, std::size_t taille) {
   return true;
 }
 
+// Starts writing a range of a file to the disk, without waiting for it.
+void LancerEcritureDisque(int fd, uint64_t debut, uint64_t taille) {
+#ifdef SYNC_FILE_RANGE_WRITE
+  ::sync_file_range(fd, static_cast<off_t>(debut), static_cast<off_t>(taille), SYNC_FILE_RANGE_WRITE);
+#else
+  (void)fd, (void)debut, (void)taille;  // the sync on closing does it all
+#endif
+}
+
 class SupportPosix : public SupportFichier {
  public:
   SupportPosix(int fd, Identite identite) : fd_(fd), identite_(std::move(identite)) {}
@@ -120,8 +129,22 @@ class SupportRemplacement : public SupportPosix {
         place_(RetenirTemporaire(temporaire_)) {}
   ~SupportRemplacement() override { Abandonner(); }
 
-  // Synced before the rename, and the folder after it, so that a crash of
-  // the machine leaves the previous file or the new one, whole.
+  // The disk is asked to start writing every few megabytes, while the run
+  // goes on, so that the sync on closing has little left to wait for.
+  bool Ecrire(const char* source, std::size_t taille) override {
+    if (!EcrireTout(fd_, source, taille)) return false;
+    ecrit_ += taille;
+    if (ecrit_ - lance_ >= kTranche) {
+      LancerEcritureDisque(fd_, lance_, ecrit_ - lance_);
+      lance_ = ecrit_;
+    }
+    return true;
+  }
+
+  // Synced before the rename, so that a crash of the machine leaves the
+  // previous file or the new one, whole. The folder is not synced after
+  // it: a crash soon after may bring back the previous file, whole too,
+  // and the sync would cost a tenth of the run of a large file.
   bool Fermer() override {
     if (fd_ < 0) return false;
     const bool ecrit = ::fsync(fd_) == 0;
@@ -131,11 +154,6 @@ class SupportRemplacement : public SupportPosix {
     }
     temporaire_.clear();
     Oublier();
-    const int dossier = ::open(Dossier(final_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (dossier >= 0) {
-      ::fsync(dossier);
-      ::close(dossier);
-    }
     return true;
   }
 
@@ -152,9 +170,13 @@ class SupportRemplacement : public SupportPosix {
     place_ = -1;
   }
 
+  static constexpr uint64_t kTranche = uint64_t{4} << 20;
+
   std::string temporaire_;
   std::string final_;
   int place_;
+  uint64_t ecrit_ = 0;  // bytes written so far
+  uint64_t lance_ = 0;  // of which the disk was asked to start writing
 };
 
 bool EstProtege(const Identite& identite, std::span<const SupportFichier* const> proteges) {
