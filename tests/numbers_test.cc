@@ -70,6 +70,8 @@ TEST(Nombres, ConversionEntiereArrondiAuPair) {
       {"32767.5", false, 0},  {"32768", false, 0},     {"-32769", false, 0},    {"99999999999", false, 0},
       {"32767.4", true, 32767}, {"", false, 0},        {"    ", false, 0},      {"1e2", false, 0},
       {"0000000000000000000012", true, 12},              {"12345678901234567890", false, 0},
+      // 2^32 + 12: 12 if a 32-bit integer wrapped
+      {"4294967308", false, 0}, {"-4294967308", false, 0},
   };
   for (const CasEntier& c : cas) {
     int16_t v = 7;

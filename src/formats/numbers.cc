@@ -106,9 +106,9 @@ bool ConvertirDecimal(std::string_view texte, double& valeur) {
 bool ConvertirEntier(std::string_view texte, int16_t& valeur) {
   Nombre n;
   if (!Analyser(texte, n)) return false;
-  long entier = 0;
+  int64_t entier = 0;  // 64 bits on every platform: long is 32 on Windows
   if (n.decimales == 0 && n.entiers <= 18) {
-    entier = static_cast<long>(n.mantisse);  // the usual whole number, read once already
+    entier = static_cast<int64_t>(n.mantisse);  // the usual whole number, read once already
   } else {
     for (const char* c = n.debut; c < n.debut + n.entiers; ++c) {
       entier = entier * 10 + (*c - '0');
