@@ -106,6 +106,26 @@ TEST(FichiersTexte, EcritureParLignesEtParMorceaux) {
   EXPECT_EQ(fs.fichiers["f"], "a\r\n" + bord + "\r\nligne 12: fin\r\n" + longue + "\r\n" + longue + "\r\n\r\n");
 }
 
+// Windows' file names: any UTF-16 text, lone surrogate halves included,
+// makes the round trip through UTF-8.
+TEST(Encodage, Utf16EtUtf8) {
+  const struct {
+    std::u16string utf16;
+    std::string utf8;
+  } cas[] = {
+      {u"lot12.ptv", "lot12.ptv"},
+      {u"été €", "été €"},
+      {u"日本\U0001F600", "日本\U0001F600"},
+      {std::u16string(1, char16_t(0xD800)) + u"x", "\xED\xA0\x80x"},
+      {std::u16string(1, char16_t(0xDC01)), "\xED\xB0\x81"},
+  };
+  for (const auto& c : cas) {
+    EXPECT_EQ(Utf16VersUtf8(c.utf16), c.utf8) << c.utf8;
+    EXPECT_EQ(Utf8VersUtf16(c.utf8), c.utf16) << c.utf8;
+  }
+  EXPECT_EQ(Utf8VersUtf16("caf\xE9"), u"caf\uFFFD") << "not UTF-8";
+}
+
 TEST(Encodage, Cp1252EtUtf8) {
   EXPECT_EQ(Cp1252VersUtf8("\xE9t\xE9 \x80 \x9C"), "été € œ");
   EXPECT_EQ(Utf8VersCp1252("été € œ"), "\xE9t\xE9 \x80 \x9C");

@@ -50,13 +50,26 @@ bool LireArguments(std::string_view texte, std::string& Source, std::string& Cib
   return true;
 }
 
-std::string TexteArguments(int argc, const char* const* argv) {
+std::string JoindreMots(int argc, const char* const* argv) {
   std::string texte;
   for (int i = 1; i < argc; ++i) {
     if (i > 1) texte += ' ';
     texte += argv[i];
   }
   return texte;
+}
+
+std::string TexteApresNomProgramme(std::string_view ligne) {
+  std::size_t fin;
+  if (!ligne.empty() && ligne.front() == '"') {
+    fin = ligne.find('"', 1);
+    fin = fin == std::string_view::npos ? ligne.size() : fin + 1;
+  } else {
+    fin = ligne.find_first_of(" \t");
+    if (fin == std::string_view::npos) fin = ligne.size();
+  }
+  if (fin < ligne.size() && (ligne[fin] == ' ' || ligne[fin] == '\t')) ++fin;
+  return std::string(ligne.substr(fin));
 }
 
 }  // namespace quillon

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,8 +20,22 @@ std::vector<std::string> DecouperLigneCommande(std::string_view texte, int16_t n
 bool LireArguments(std::string_view texte, std::string& Source, std::string& Cible, int16_t& ClasseEchelle,
                    int32_t& GroupeTheme);
 
-// The argument text rebuilt from words the system has already split: the
-// words joined by single spaces.
-std::string TexteArguments(int argc, const char* const* argv);
+// The argument text of the program, or nothing when it was started without
+// any argument (windowed mode). The platform's:
+// - on POSIX the system hands the words over already split: any argument,
+//   even an empty one, counts, and the text is the words joined by single
+//   spaces (JoindreMots);
+// - on Windows the command line is one text, and the argument text is what
+//   follows the program's own name (TexteApresNomProgramme).
+std::optional<std::string> TexteArgumentsProgramme(int argc, const char* const* argv);
+
+std::string JoindreMots(int argc, const char* const* argv);
+
+// What follows the program's name at the start of a Windows command line:
+// the name runs to its closing double quote when it opens with one, to the
+// first blank or tab otherwise; the one blank or tab that separates it from
+// the arguments is not part of them. So `"C:\Program Files\q.exe"` and
+// `q.exe ` give "", and `q.exe  a b` gives " a b".
+std::string TexteApresNomProgramme(std::string_view ligneCommande);
 
 }  // namespace quillon

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <array>
-#include <cstdio>
 #include <string>
 #include <string_view>
 
@@ -11,9 +10,13 @@
 namespace quillon {
 
 // Writes a Windows-1252 text to standard output unchanged, adding no line
-// end, in the user's encoding: UTF-8 under a UTF-8 locale, the bytes as they
-// are otherwise. A failing write goes unnoticed.
+// end. A failing write goes unnoticed. The platform's: on POSIX in the
+// user's encoding (UTF-8 under a UTF-8 locale, the bytes as they are
+// otherwise); on Windows the bytes as they are into a file or a pipe, and
+// the characters themselves into a console.
 void EcrireConsole(std::string_view Texte);
+// The same on standard error.
+void EcrireErreur(std::string_view texte);
 
 // Console mode's way of showing a run's summary and fatal errors.
 class AffichageConsole : public Affichage {

@@ -1,12 +1,11 @@
 #include <unistd.h>
 
 #include <climits>
-#include <cstdio>
 #include <string>
 
+#include "app/console.h"
 #include "app/windowed_launch.h"
 #include "io/encoding.h"
-#include "io/locale.h"
 
 namespace quillon {
 namespace {
@@ -29,8 +28,7 @@ int LancerModeFenetre(char** argv) {
   const std::string ligne =
       "quillon: la fenêtre principale n'est pas disponible (" + programme +
       " introuvable); pour convertir en console: quillon SOURCE CIBLE [ECHELLE THEME]\n";
-  const std::string octets = LocaleEnUtf8() ? ligne : Utf8VersCp1252(ligne);
-  std::fputs(octets.c_str(), stderr);
+  EcrireErreur(Utf8VersCp1252(ligne));
   return 1;
 }
 

@@ -26,8 +26,13 @@ void AjouterUtf8(std::string& sortie, char32_t c) {
   } else if (c < 0x800) {
     sortie += static_cast<char>(0xC0 | (c >> 6));
     sortie += static_cast<char>(0x80 | (c & 0x3F));
-  } else {
+  } else if (c < 0x10000) {
     sortie += static_cast<char>(0xE0 | (c >> 12));
+    sortie += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+    sortie += static_cast<char>(0x80 | (c & 0x3F));
+  } else {
+    sortie += static_cast<char>(0xF0 | (c >> 18));
+    sortie += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
     sortie += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
     sortie += static_cast<char>(0x80 | (c & 0x3F));
   }
@@ -42,7 +47,8 @@ char OctetCp1252(char32_t c) {
 }
 
 // Decodes one UTF-8 character at `i`; false when the bytes are not UTF-8.
-bool Decoder(std::string_view t, std::size_t& i, char32_t& c) {
+// With `surrogats`, the code points of lone UTF-16 halves pass too.
+bool Decoder(std::string_view t, std::size_t& i, char32_t& c, bool surrogats = false) {
   const auto o = [&](std::size_t k) { return static_cast<unsigned char>(t[k]); };
   const unsigned char b = o(i);
   int suite;
@@ -67,7 +73,7 @@ bool Decoder(std::string_view t, std::size_t& i, char32_t& c) {
     c = (c << 6) | (o(i + k) & 0x3F);
   }
   if ((suite == 2 && c < 0x800) || (suite == 3 && (c < 0x10000 || c > 0x10FFFF)) ||
-      (c >= 0xD800 && c <= 0xDFFF)) {
+      (!surrogats && c >= 0xD800 && c <= 0xDFFF)) {
     return false;
   }
   i += suite + 1;
@@ -105,6 +111,38 @@ char MajusculeAnsi(char c) {
     case 0xFF: return static_cast<char>(0x9F);  // ÿ
     default: return c;
   }
+}
+
+std::u16string Utf8VersUtf16(std::string_view texte) {
+  std::u16string sortie;
+  sortie.reserve(texte.size());
+  for (std::size_t i = 0; i < texte.size();) {
+    char32_t c;
+    if (!Decoder(texte, i, c, true)) {
+      c = 0xFFFD;
+      ++i;
+    }
+    if (c >= 0x10000) {
+      sortie += static_cast<char16_t>(0xD800 + ((c - 0x10000) >> 10));
+      sortie += static_cast<char16_t>(0xDC00 + ((c - 0x10000) & 0x3FF));
+    } else {
+      sortie += static_cast<char16_t>(c);
+    }
+  }
+  return sortie;
+}
+
+std::string Utf16VersUtf8(std::u16string_view texte) {
+  std::string sortie;
+  sortie.reserve(texte.size());
+  for (std::size_t i = 0; i < texte.size(); ++i) {
+    char32_t c = texte[i];
+    if (c >= 0xD800 && c < 0xDC00 && i + 1 < texte.size() && texte[i + 1] >= 0xDC00 && texte[i + 1] < 0xE000) {
+      c = 0x10000 + ((c - 0xD800) << 10) + (texte[++i] - 0xDC00);
+    }
+    AjouterUtf8(sortie, c);
+  }
+  return sortie;
 }
 
 }  // namespace quillon

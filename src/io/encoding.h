@@ -15,6 +15,13 @@ std::string Cp1252VersUtf8(std::string_view texte);
 // taken to be single-byte already.
 std::string Utf8VersCp1252(std::string_view texte);
 
+// UTF-16, the text of Windows' wide API, to and from UTF-8. A lone half
+// of a surrogate pair, which a Windows file name may hold, goes through as
+// its three-byte form, so that a name makes the round trip unchanged; bytes
+// that are not UTF-8 become U+FFFD.
+std::u16string Utf8VersUtf16(std::string_view texte);
+std::string Utf16VersUtf8(std::u16string_view texte);
+
 // Capitals as the code page knows them: a-z, and the accented small letters
 // (é -> É, œ -> Œ, ÿ -> Ÿ...).
 char MajusculeAnsi(char c);

@@ -1,5 +1,6 @@
 // Interruptions on POSIX: SIGINT, SIGTERM and SIGHUP remove the pending
-// temporary files, then end the program by the same signal.
+// temporary files, then end the program by the same signal; SIGPIPE is
+// ignored.
 #include <signal.h>
 #include <unistd.h>
 
@@ -22,6 +23,9 @@ void Interrompre(int signal) {
 }  // namespace
 
 void InstallerInterruptions() {
+  // A closed standard output must not stop a run halfway: its writes just
+  // fail, unnoticed.
+  ::signal(SIGPIPE, SIG_IGN);
   struct sigaction action {};
   action.sa_handler = Interrompre;
   sigemptyset(&action.sa_mask);

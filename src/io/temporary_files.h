@@ -25,7 +25,8 @@ void SupprimerTemporaires();
 
 // From now on SIGINT, SIGTERM and SIGHUP (Ctrl-C and closing the console on
 // Windows) remove the pending temporary files, then end the program by the
-// same signal, as shells expect.
+// same signal, as shells expect. A closed standard output no longer ends
+// the program (SIGPIPE ignored): its writes just fail.
 void InstallerInterruptions();
 
 }  // namespace quillon
