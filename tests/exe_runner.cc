@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -33,17 +34,58 @@ const std::string& ProgrammeSansPrivileges() {
   return copie;
 }
 
+const char* Variable(const char* nom, const char* defaut = nullptr) {
+  const char* valeur = std::getenv(nom);
+  return valeur != nullptr && *valeur != '\0' ? valeur : defaut;
+}
+
+// Under wine: the launcher, and what wine needs of the environment.
+void PreparerWindows(const std::vector<std::string>& arguments, const OptionsExe& options,
+                     std::vector<std::string>& argv, std::vector<std::string>& env) {
+  std::string texte;
+  for (std::size_t i = 0; i < arguments.size(); ++i) texte += (i > 0 ? " " : "") + arguments[i];
+  const std::string ligne = options.ligneCommande.empty()
+                                ? LigneCommandeWindows(Variable("QUILLON_EXE_WINDOWS"), texte)
+                                : options.ligneCommande;
+  argv = {Variable("QUILLON_WINE", "/usr/bin/wine"), Variable("QUILLON_LANCEUR", "quillon_lanceur.exe")};
+  env.push_back("QUILLON_LIGNE_COMMANDE=" + ligne);
+  for (const char* nom : {"HOME", "WINEPREFIX", "WINEDEBUG", "WINESERVER", "WINEARCH"}) {
+    if (const char* valeur = Variable(nom)) env.push_back(std::string(nom) + "=" + valeur);
+  }
+}
+
 }  // namespace
+
+bool SousWindows() { return Variable("QUILLON_EXE_WINDOWS") != nullptr; }
+
+std::string LigneCommandeWindows(const std::string& programme, const std::string& texte) {
+  std::string chemin = "Z:" + fs::absolute(programme).string();
+  for (char& c : chemin) {
+    if (c == '/') c = '\\';
+  }
+  return "\"" + chemin + "\" " + texte;
+}
 
 ProcessusQuillon::ProcessusQuillon(const std::vector<std::string>& arguments, const std::string& dossier,
                                    const OptionsExe& options) {
   const bool baisser = options.sansPrivileges && geteuid() == 0;
-  const std::string programme = baisser ? ProgrammeSansPrivileges() : std::string(QUILLON_EXE);
-  // The case's own settings first: the first of two LC_ALL is the one seen.
+  // The case's own settings, and the defaults it does not set.
   std::vector<std::string> env = options.environnement;
-  env.insert(env.end(), {"PATH=/usr/bin:/bin", "LC_ALL=C"});
-  std::vector<char*> argv{const_cast<char*>(programme.c_str())};
-  for (const std::string& a : arguments) argv.push_back(const_cast<char*>(a.c_str()));
+  for (const std::string defaut : {"PATH=/usr/bin:/bin", "LC_ALL=C"}) {
+    const std::string cle = defaut.substr(0, defaut.find('=') + 1);
+    if (std::none_of(env.begin(), env.end(), [&](const std::string& e) { return e.starts_with(cle); })) {
+      env.push_back(defaut);
+    }
+  }
+  std::vector<std::string> mots;
+  if (SousWindows()) {
+    PreparerWindows(arguments, options, mots, env);
+  } else {
+    mots = {baisser ? ProgrammeSansPrivileges() : std::string(QUILLON_EXE)};
+    mots.insert(mots.end(), arguments.begin(), arguments.end());
+  }
+  std::vector<char*> argv;
+  for (std::string& m : mots) argv.push_back(m.data());
   argv.push_back(nullptr);
   std::vector<char*> envp;
   for (std::string& e : env) envp.push_back(e.data());

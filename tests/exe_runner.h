@@ -12,7 +12,9 @@ struct ResultatExe {
   std::string sortie;      // standard output, bytes as written
   int codeSortie = -1;     // exit status, -1 when killed by a signal
   int signal = 0;          // the signal that ended it, 0 if none
-  long memoireMaxKo = 0;   // peak resident memory
+  // Peak resident memory. Linux counts in it the test program's own at the
+  // fork: run each test in a program of its own, as ctest does.
+  long memoireMaxKo = 0;
 };
 
 struct OptionsExe {
@@ -25,7 +27,22 @@ struct OptionsExe {
   // Nobody reads the standard output: its pipe is closed before the
   // program writes.
   bool sortieFermee = false;
+  // Under Windows: the whole command line, instead of the program's path
+  // and the arguments.
+  std::string ligneCommande;
 };
+
+// The executable the runs start: quillon built for Linux, or, when the
+// variable QUILLON_EXE_WINDOWS names quillon.exe, that program under wine
+// (QUILLON_WINE, "/usr/bin/wine" by default), started by quillon_lanceur.exe
+// (QUILLON_LANCEUR) with the Windows command line a user would type: the
+// program's path in double quotes, a blank, and the arguments joined by
+// blanks, as the Linux build rebuilds its argument text.
+bool SousWindows();
+
+// A Windows command line for the program: `texte` after its name, in
+// double quotes, and one blank. `programme` is a Unix path.
+std::string LigneCommandeWindows(const std::string& programme, const std::string& texte);
 
 // A run under way: started by the constructor, collected by Attendre.
 class ProcessusQuillon {

@@ -1,7 +1,6 @@
 #include <langinfo.h>
 #include <locale.h>
 
-#include <cstdio>
 #include <cstring>
 
 #include "io/encoding.h"
@@ -40,14 +39,7 @@ std::string FormaterDateJournal(const std::tm& moment, const char* nomLocale) {
   if (EstUtf8(loc)) nomMois = Utf8VersCp1252(nomMois);
   ::freelocale(loc);
 
-  char tampon[64];
-  std::snprintf(tampon, sizeof tampon, "%02d-", moment.tm_mday);
-  std::string texte = tampon;
-  texte += nomMois;
-  std::snprintf(tampon, sizeof tampon, "-%04d, %02d:%02d:%02d", moment.tm_year + 1900, moment.tm_hour,
-                moment.tm_min, moment.tm_sec);
-  texte += tampon;
-  return texte;
+  return ComposerDateJournal(moment, nomMois);
 }
 
 std::string DateHeureJournal() {

@@ -7,7 +7,9 @@
 
 namespace quillon {
 
-// True when the user's locale (LC_ALL, LC_CTYPE, LANG) encodes text in UTF-8.
+// True when the user's locale (LC_ALL, LC_CTYPE, LANG) encodes text in
+// UTF-8. Always false on Windows, whose console and file names do not go
+// through the locale's encoding.
 bool LocaleEnUtf8();
 
 // "dd-mmm-yyyy, hh:mm:ss" with the abbreviated month name of the locale
@@ -18,12 +20,17 @@ std::string FormaterDateJournal(const std::tm& moment, const char* nomLocale = "
 // The same for the current local time.
 std::string DateHeureJournal();
 
+// "dd-" month "-yyyy, hh:mm:ss", the month's name given.
+std::string ComposerDateJournal(const std::tm& moment, const std::string& nomMois);
+
 }  // namespace quillon
 
 namespace quillon {
 
-// A file name as the log and the messages show it: in Windows-1252, converted
-// from UTF-8 when the locale uses UTF-8 for file names.
+// A file name as the log and the messages show it: in Windows-1252,
+// converted from UTF-8 when the locale uses UTF-8 for file names (always on
+// Windows, whose names the program holds in UTF-8), "?" standing for a
+// character that the code page lacks.
 std::string CheminAffichable(const std::string& nom);
 
 }  // namespace quillon

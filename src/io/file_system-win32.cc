@@ -1,0 +1,240 @@
+// The machine's files on Windows, through the wide API, so that any name
+// Windows accepts goes through (names are held in UTF-8). A file created
+// for writing is written to a temporary file in its folder, flushed, and
+// put in place on closing: ReplaceFileW over an existing file, which keeps
+// its attributes and rights, MoveFileExW otherwise.
+#include <windows.h>
+
+#include <string>
+
+#include "io/encoding.h"
+#include "io/file_system.h"
+#include "io/temporary_files.h"
+
+namespace quillon {
+
+// Also the removal of a pending temporary file on an interruption.
+void SupprimerFichier(const char* chemin);
+
+namespace {
+
+std::wstring Large(const std::string& utf8) {
+  const std::u16string texte = Utf8VersUtf16(utf8);
+  return std::wstring(texte.begin(), texte.end());
+}
+
+constexpr DWORD kPartageTout = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+// What makes a file itself: its volume and index when it exists, and its
+// full path (compared without regard to case, as Windows names are).
+struct Identite {
+  bool existe = false;
+  DWORD volume = 0;
+  uint64_t index = 0;
+  std::wstring chemin;
+
+  bool Meme(const Identite& autre) const {
+    if (existe && autre.existe) return volume == autre.volume && index == autre.index;
+    return !chemin.empty() && ::CompareStringOrdinal(chemin.c_str(), -1, autre.chemin.c_str(), -1, TRUE) == CSTR_EQUAL;
+  }
+};
+
+std::wstring CheminComplet(const std::wstring& chemin) {
+  wchar_t tampon[32768];
+  const DWORD n = ::GetFullPathNameW(chemin.c_str(), 32768, tampon, nullptr);
+  return n > 0 && n < 32768 ? std::wstring(tampon, n) : std::wstring();
+}
+
+void LireIdentite(HANDLE fichier, Identite& identite) {
+  BY_HANDLE_FILE_INFORMATION info;
+  if (!::GetFileInformationByHandle(fichier, &info)) return;
+  identite.existe = true;
+  identite.volume = info.dwVolumeSerialNumber;
+  identite.index = (uint64_t{info.nFileIndexHigh} << 32) | info.nFileIndexLow;
+}
+
+class SupportWin32 : public SupportFichier {
+ public:
+  SupportWin32(HANDLE fichier, Identite identite) : fichier_(fichier), identite_(std::move(identite)) {}
+  ~SupportWin32() override {
+    if (fichier_ != INVALID_HANDLE_VALUE) ::CloseHandle(fichier_);
+  }
+
+  int64_t Lire(char* destination, std::size_t taille) override {
+    DWORD lus = 0;
+    const DWORD demande = taille > (DWORD{1} << 30) ? (DWORD{1} << 30) : static_cast<DWORD>(taille);
+    if (::ReadFile(fichier_, destination, demande, &lus, nullptr)) return lus;
+    return ::GetLastError() == ERROR_BROKEN_PIPE ? 0 : -1;  // a pipe's writer gone: its end
+  }
+
+  bool Ecrire(const char* source, std::size_t taille) override {
+    while (taille > 0) {
+      const DWORD morceau = taille > (DWORD{1} << 30) ? (DWORD{1} << 30) : static_cast<DWORD>(taille);
+      DWORD ecrits = 0;
+      if (!::WriteFile(fichier_, source, morceau, &ecrits, nullptr) || ecrits == 0) return false;
+      source += ecrits;
+      taille -= ecrits;
+    }
+    return true;
+  }
+
+  bool Fermer() override {
+    const HANDLE fichier = fichier_;
+    fichier_ = INVALID_HANDLE_VALUE;
+    return fichier != INVALID_HANDLE_VALUE && ::CloseHandle(fichier);
+  }
+
+  bool MemeFichier(const SupportFichier& autre) const override {
+    const auto* w = dynamic_cast<const SupportWin32*>(&autre);
+    return w != nullptr && w->identite_.Meme(identite_);
+  }
+
+  const Identite& Ident() const { return identite_; }
+
+ protected:
+  HANDLE fichier_;
+  Identite identite_;
+};
+
+// A file written beside its name and put in place on closing.
+class SupportRemplacement : public SupportWin32 {
+ public:
+  SupportRemplacement(HANDLE fichier, Identite identite, std::string temporaire, std::wstring final, bool remplace)
+      : SupportWin32(fichier, std::move(identite)),
+        temporaire_(std::move(temporaire)),
+        final_(std::move(final)),
+        remplace_(remplace),
+        place_(RetenirTemporaire(temporaire_)) {}
+  ~SupportRemplacement() override { Abandonner(); }
+
+  // Flushed to the disk before it is put in place, so that a crash of the
+  // machine leaves the previous file or the new one, whole.
+  bool Fermer() override {
+    if (fichier_ == INVALID_HANDLE_VALUE) return false;
+    const bool ecrit = ::FlushFileBuffers(fichier_);
+    if (!SupportWin32::Fermer() || !ecrit || !Remplacer()) {
+      Oublier();
+      return false;
+    }
+    temporaire_.clear();
+    Oublier();
+    return true;
+  }
+
+  void Abandonner() override {
+    SupportWin32::Fermer();
+    Oublier();
+  }
+
+ private:
+  bool Remplacer() {
+    const std::wstring temporaire = Large(temporaire_);
+    if (remplace_ && ::ReplaceFileW(final_.c_str(), temporaire.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS,
+                                    nullptr, nullptr)) {
+      return true;
+    }
+    // No previous file, or it went away meanwhile.
+    return ::MoveFileExW(temporaire.c_str(), final_.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+  }
+
+  void Oublier() {
+    if (!temporaire_.empty()) SupprimerFichier(temporaire_.c_str());
+    temporaire_.clear();
+    OublierTemporaire(place_);
+    place_ = -1;
+  }
+
+  std::string temporaire_;  // UTF-8, as the list of pending temporaries holds it
+  std::wstring final_;
+  bool remplace_;
+  int place_;
+};
+
+bool EstProtege(const Identite& identite, std::span<const SupportFichier* const> proteges) {
+  for (const SupportFichier* p : proteges) {
+    const auto* w = dynamic_cast<const SupportWin32*>(p);
+    if (w != nullptr && w->Ident().Meme(identite)) return true;
+  }
+  return false;
+}
+
+class SystemeFichiersWin32 : public SystemeFichiers {
+ public:
+  std::unique_ptr<SupportFichier> OuvrirLecture(const std::string& nom) override {
+    if (nom.empty()) return nullptr;
+    const std::wstring chemin = Large(nom);
+    // Without FILE_FLAG_BACKUP_SEMANTICS a folder cannot be opened.
+    const HANDLE fichier =
+        ::CreateFileW(chemin.c_str(), GENERIC_READ, kPartageTout, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (fichier == INVALID_HANDLE_VALUE) return nullptr;
+    Identite identite{false, 0, 0, CheminComplet(chemin)};
+    LireIdentite(fichier, identite);
+    return std::make_unique<SupportWin32>(fichier, identite);
+  }
+
+  std::unique_ptr<SupportFichier> CreerEcriture(
+      const std::string& nom, std::span<const SupportFichier* const> proteges) override {
+    if (nom.empty()) return nullptr;
+    std::wstring final = Large(nom);
+    Identite identite{false, 0, 0, CheminComplet(final)};
+    if (identite.chemin.empty()) return nullptr;
+    const DWORD attributs = ::GetFileAttributesW(final.c_str());
+    const bool existe = attributs != INVALID_FILE_ATTRIBUTES;
+    if (!existe) {
+      const DWORD erreur = ::GetLastError();
+      if (erreur != ERROR_FILE_NOT_FOUND) return nullptr;  // no such folder, no right...
+    } else if (attributs & FILE_ATTRIBUTE_DIRECTORY) {
+      return nullptr;
+    }
+    if (existe) {
+      // Opening it for writing, without changing it, tells whether it may be
+      // written (read-only, rights, open elsewhere without sharing) and what
+      // it is.
+      const HANDLE essai =
+          ::CreateFileW(final.c_str(), GENERIC_WRITE, kPartageTout, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+      if (essai == INVALID_HANDLE_VALUE) return nullptr;
+      LireIdentite(essai, identite);
+      const bool disque = ::GetFileType(essai) == FILE_TYPE_DISK;
+      if (EstProtege(identite, proteges)) {
+        ::CloseHandle(essai);
+        return nullptr;
+      }
+      // A device (NUL, CON) is written to as it is.
+      if (!disque) return std::make_unique<SupportWin32>(essai, identite);
+      // A link is written through: the file it points to is replaced.
+      if (attributs & FILE_ATTRIBUTE_REPARSE_POINT) {
+        wchar_t vrai[32768];
+        const DWORD n = ::GetFinalPathNameByHandleW(essai, vrai, 32768, FILE_NAME_NORMALIZED);
+        if (n > 0 && n < 32768) final.assign(vrai, n);
+      }
+      ::CloseHandle(essai);
+    } else if (EstProtege(identite, proteges)) {
+      return nullptr;
+    }
+    const std::string finalUtf8 = Utf16VersUtf8(std::u16string_view(reinterpret_cast<const char16_t*>(final.data()), final.size()));
+    for (uint64_t essai = 0; essai < 100; ++essai) {
+      const std::string temporaire = NomTemporaire(finalUtf8, essai);
+      // Shared for deletion, so that an interruption can remove it while it
+      // is still open.
+      const HANDLE fichier = ::CreateFileW(Large(temporaire).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE,
+                                           nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+      if (fichier == INVALID_HANDLE_VALUE) {
+        if (::GetLastError() == ERROR_FILE_EXISTS) continue;
+        return nullptr;
+      }
+      return std::make_unique<SupportRemplacement>(fichier, identite, temporaire, final, existe);
+    }
+    return nullptr;
+  }
+};
+
+}  // namespace
+
+void SupprimerFichier(const char* chemin) { ::DeleteFileW(Large(chemin).c_str()); }
+
+SystemeFichiers& SystemeFichiersReel() {
+  static SystemeFichiersWin32 systeme;
+  return systeme;
+}
+
+}  // namespace quillon
