@@ -1,8 +1,9 @@
 # Quillon: make demo | make test | make bench | make fuzz [FUZZ_RUNS=N] | make sanitize
+#          make windows | make test-windows
 BUILD ?= build
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 
-.PHONY: all deps build demo test bench fuzz sanitize clean
+.PHONY: all deps build demo test bench fuzz sanitize windows test-windows clean
 
 all: build
 
@@ -52,5 +53,22 @@ fuzz:
 	@cmake --build $(BUILD)-fuzz -j $(JOBS)
 	@fuzz/run_fuzz.sh $(BUILD)-fuzz
 
+# quillon.exe for 64-bit and 32-bit Windows, cross-built with mingw-w64 and
+# statically linked, in $(BUILD)-win64 and $(BUILD)-win32.
+windows:
+	@scripts/install-deps.sh windows
+	@for arch in 64:x86_64 32:i686; do \
+	  cmake -S . -B $(BUILD)-win$${arch%%:*} -DCMAKE_BUILD_TYPE=Release \
+	    -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-$${arch#*:}.cmake >/dev/null && \
+	  cmake --build $(BUILD)-win$${arch%%:*} -j $(JOBS) || exit 1; \
+	done
+
+# The Windows builds' tests under wine; the e2e cases are driven by the
+# Linux e2e program, built here if need be.
+test-windows: windows
+	@test -f $(BUILD)/CMakeCache.txt || cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=Release -DQUILLON_PGO= >/dev/null
+	@cmake --build $(BUILD) -j $(JOBS) --target quillon_e2e_tests
+	@tests/windows/run-tests.sh $(BUILD) $(BUILD)-win64 $(BUILD)-win32
+
 clean:
-	rm -rf $(BUILD) $(BUILD)-pgo $(BUILD)-asan $(BUILD)-fuzz
+	rm -rf $(BUILD) $(BUILD)-pgo $(BUILD)-asan $(BUILD)-fuzz $(BUILD)-win64 $(BUILD)-win32

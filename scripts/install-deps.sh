@@ -3,12 +3,15 @@
 # what is missing: running it twice installs nothing the second time.
 #   scripts/install-deps.sh          build and test tools, Qt, GoogleTest
 #   scripts/install-deps.sh fuzz     clang and its fuzzing runtime as well
+#   scripts/install-deps.sh windows  mingw-w64, GoogleTest's sources and wine
+#                                    as well, for the Windows build's tests
 set -eu
 
 paquets="g++ make cmake libgtest-dev libgmock-dev qt6-base-dev locales"
-if [ "${1:-}" = fuzz ]; then
-  paquets="$paquets clang libclang-rt-14-dev"
-fi
+case "${1:-}" in
+  fuzz) paquets="$paquets clang libclang-rt-14-dev" ;;
+  windows) paquets="$paquets g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix googletest wine wine64" ;;
+esac
 
 manquants=""
 for p in $paquets; do
