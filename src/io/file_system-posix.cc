@@ -123,11 +123,8 @@ class SupportPosix : public SupportFichier {
 class SupportRemplacement : public SupportPosix {
  public:
   SupportRemplacement(int fd, Identite identite, std::string temporaire, std::string final)
-      : SupportPosix(fd, std::move(identite)),
-        temporaire_(std::move(temporaire)),
-        final_(std::move(final)),
-        place_(RetenirTemporaire(temporaire_)) {}
-  ~SupportRemplacement() override { Abandonner(); }
+      : SupportPosix(fd, std::move(identite)), temporaire_(std::move(temporaire)), final_(std::move(final)) {}
+  ~SupportRemplacement() override { SupportPosix::Fermer(); }
 
   // The disk is asked to start writing every few megabytes, while the run
   // goes on, so that the sync on closing has little left to wait for.
@@ -148,33 +145,24 @@ class SupportRemplacement : public SupportPosix {
   bool Fermer() override {
     if (fd_ < 0) return false;
     const bool ecrit = ::fsync(fd_) == 0;
-    if (!SupportPosix::Fermer() || !ecrit || ::rename(temporaire_.c_str(), final_.c_str()) != 0) {
-      Oublier();
+    if (!SupportPosix::Fermer() || !ecrit || ::rename(temporaire_.Chemin().c_str(), final_.c_str()) != 0) {
+      temporaire_.Supprimer();
       return false;
     }
-    temporaire_.clear();
-    Oublier();
+    temporaire_.Garder();
     return true;
   }
 
   void Abandonner() override {
     SupportPosix::Fermer();
-    Oublier();
+    temporaire_.Supprimer();
   }
 
  private:
-  void Oublier() {
-    if (!temporaire_.empty()) ::unlink(temporaire_.c_str());
-    temporaire_.clear();
-    OublierTemporaire(place_);
-    place_ = -1;
-  }
-
   static constexpr uint64_t kTranche = uint64_t{4} << 20;
 
-  std::string temporaire_;
+  Temporaire temporaire_;
   std::string final_;
-  int place_;
   uint64_t ecrit_ = 0;  // bytes written so far
   uint64_t lance_ = 0;  // of which the disk was asked to start writing
 };

@@ -103,9 +103,8 @@ class SupportRemplacement : public SupportWin32 {
       : SupportWin32(fichier, std::move(identite)),
         temporaire_(std::move(temporaire)),
         final_(std::move(final)),
-        remplace_(remplace),
-        place_(RetenirTemporaire(temporaire_)) {}
-  ~SupportRemplacement() override { Abandonner(); }
+        remplace_(remplace) {}
+  ~SupportRemplacement() override { SupportWin32::Fermer(); }
 
   // Flushed to the disk before it is put in place, so that a crash of the
   // machine leaves the previous file or the new one, whole.
@@ -113,22 +112,21 @@ class SupportRemplacement : public SupportWin32 {
     if (fichier_ == INVALID_HANDLE_VALUE) return false;
     const bool ecrit = ::FlushFileBuffers(fichier_);
     if (!SupportWin32::Fermer() || !ecrit || !Remplacer()) {
-      Oublier();
+      temporaire_.Supprimer();
       return false;
     }
-    temporaire_.clear();
-    Oublier();
+    temporaire_.Garder();
     return true;
   }
 
   void Abandonner() override {
     SupportWin32::Fermer();
-    Oublier();
+    temporaire_.Supprimer();
   }
 
  private:
   bool Remplacer() {
-    const std::wstring temporaire = Large(temporaire_);
+    const std::wstring temporaire = Large(temporaire_.Chemin());
     if (remplace_ && ::ReplaceFileW(final_.c_str(), temporaire.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS,
                                     nullptr, nullptr)) {
       return true;
@@ -137,17 +135,9 @@ class SupportRemplacement : public SupportWin32 {
     return ::MoveFileExW(temporaire.c_str(), final_.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
   }
 
-  void Oublier() {
-    if (!temporaire_.empty()) SupprimerFichier(temporaire_.c_str());
-    temporaire_.clear();
-    OublierTemporaire(place_);
-    place_ = -1;
-  }
-
-  std::string temporaire_;  // UTF-8, as the list of pending temporaries holds it
+  Temporaire temporaire_;  // UTF-8, as the list of pending temporaries holds it
   std::wstring final_;
   bool remplace_;
-  int place_;
 };
 
 bool EstProtege(const Identite& identite, std::span<const SupportFichier* const> proteges) {

@@ -64,6 +64,13 @@ void OublierTemporaire(int place) {
   if (place >= 0 && place < kPlaces) etats[place].store(kLibre);
 }
 
+void Temporaire::Oublier(bool supprimer) {
+  if (supprimer && !chemin_.empty()) SupprimerFichier(chemin_.c_str());
+  chemin_.clear();
+  OublierTemporaire(place_);
+  place_ = -1;
+}
+
 void SupprimerTemporaires() {
   for (int i = 0; i < kPlaces; ++i) {
     if (etats[i].load() == kEnCours) SupprimerFichier(chemins[i]);

@@ -20,6 +20,28 @@ std::string NomTemporaire(const std::string& chemin, uint64_t essai);
 int RetenirTemporaire(const std::string& chemin);
 void OublierTemporaire(int place);
 
+// A temporary file being written: in the list of pending ones while it
+// lives; removed when given up, and when destroyed unless kept.
+class Temporaire {
+ public:
+  explicit Temporaire(std::string chemin) : chemin_(std::move(chemin)), place_(RetenirTemporaire(chemin_)) {}
+  ~Temporaire() { Supprimer(); }
+  Temporaire(const Temporaire&) = delete;
+  Temporaire& operator=(const Temporaire&) = delete;
+
+  const std::string& Chemin() const { return chemin_; }
+  // Put in place under its final name: nothing more to remove.
+  void Garder() { Oublier(false); }
+  // Given up: removed.
+  void Supprimer() { Oublier(true); }
+
+ private:
+  void Oublier(bool supprimer);
+
+  std::string chemin_;
+  int place_;
+};
+
 // Removes every pending temporary file. Safe inside a signal handler.
 void SupprimerTemporaires();
 
