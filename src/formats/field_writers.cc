@@ -39,7 +39,7 @@ bool EcrireNombreADroite(LigneCible& ligne, double valeur, int decimales, std::s
   return PlacerDecimal(valeur, decimales, zone.data(), zone.size());
 }
 
-bool EcrireEntierADroite(LigneCible& ligne, long long valeur, std::size_t largeur) {
+bool EcrireEntierADroite(LigneCible& ligne, int64_t valeur, std::size_t largeur) {
   const std::span<char> zone = ligne.Reserver(largeur);
   return PlacerEntierDiese(valeur, zone.data(), zone.size());
 }

@@ -157,7 +157,7 @@ char* ChiffresAReculons(uint64_t n, char* debut, char* fin) {
   return p;
 }
 
-uint64_t ValeurAbsolue(long long n) {
+uint64_t ValeurAbsolue(int64_t n) {
   return n < 0 ? 0 - static_cast<uint64_t>(n) : static_cast<uint64_t>(n);
 }
 
@@ -182,7 +182,7 @@ bool Aligner(char* zone, const char* debut) {
 
 }  // namespace
 
-bool PlacerEntierDiese(long long n, char* zone, std::size_t largeur) {
+bool PlacerEntierDiese(int64_t n, char* zone, std::size_t largeur) {
   char* p = ChiffresAReculons(ValeurAbsolue(n), zone, zone + largeur);
   if (p == nullptr) return Blanchir(zone, largeur);
   if (n < 0) {
@@ -192,7 +192,7 @@ bool PlacerEntierDiese(long long n, char* zone, std::size_t largeur) {
   return Aligner(zone, p);
 }
 
-std::string_view FormaterEntierZeros(long long n, int chiffres, TamponNombre& tampon) {
+std::string_view FormaterEntierZeros(int64_t n, int chiffres, TamponNombre& tampon) {
   char* p = ChiffresAReculons(ValeurAbsolue(n), tampon.octets + 1, Fin(tampon));
   while (Fin(tampon) - p < chiffres && p > tampon.octets + 1) *--p = '0';
   if (n < 0) *--p = '-';

@@ -33,7 +33,7 @@ struct TamponNombre {
 
 // The formatters below build their text in `tampon` and return a view of it.
 // Pattern "0", "000", "0000": at least `chiffres` digits, zero-padded.
-std::string_view FormaterEntierZeros(long long n, int chiffres, TamponNombre& tampon);
+std::string_view FormaterEntierZeros(int64_t n, int chiffres, TamponNombre& tampon);
 // Patterns "#.0" (decimales 1) and "#.000" (decimales 3): correctly rounded,
 // no digit before the point when the integer part is 0 (".5", ".000"), and no
 // sign on a number that rounds to zero. False when the number cannot be
@@ -44,7 +44,7 @@ bool FormaterDecimal(double valeur, int decimales, TamponNombre& tampon, std::st
 // in the `largeur` bytes at `zone`, blanks on the left. When the number cannot
 // be written or is too wide, the field is all blanks and the result false.
 // Pattern "#": decimal digits, minus sign when negative, 0 gives blanks.
-bool PlacerEntierDiese(long long n, char* zone, std::size_t largeur);
+bool PlacerEntierDiese(int64_t n, char* zone, std::size_t largeur);
 // The patterns of FormaterDecimal.
 bool PlacerDecimal(double valeur, int decimales, char* zone, std::size_t largeur);
 
