@@ -1,6 +1,7 @@
 #include "app/command_line.h"
 
 #include "io/encoding.h"
+#include "model/point.h"
 
 namespace quillon {
 
@@ -22,6 +23,22 @@ std::vector<std::string> DecouperLigneCommande(std::string_view texte, int16_t n
   return mots;
 }
 
+int16_t ClasseEchellePourMot(std::string_view mot) {
+  static constexpr std::string_view kEchelles[] = {"250", "500", "1000", "2000", "4000", "5000"};
+  for (int16_t i = 0; i < 6; ++i) {
+    if (mot == kEchelles[i]) return static_cast<int16_t>(i + 1);
+  }
+  return 0;
+}
+
+int32_t GroupeThemePourMot(std::string_view mot) {
+  std::string theme(mot);
+  for (char& c : theme) c = MajusculeAnsi(c);
+  if (theme == "CS") return kGroupeCS;
+  if (theme == "OD") return kGroupeOD;
+  return 0;
+}
+
 bool LireArguments(std::string_view texte, std::string& Source, std::string& Cible, int16_t& ClasseEchelle,
                    int32_t& GroupeTheme) {
   const std::vector<std::string> mots = DecouperLigneCommande(texte, 4);
@@ -30,22 +47,12 @@ bool LireArguments(std::string_view texte, std::string& Source, std::string& Cib
   Source = mots[1];
   Cible = mots[2];
   if (n == 4) {
-    static constexpr const char* kEchelles[] = {"250", "500", "1000", "2000", "4000", "5000"};
-    int16_t classe = 0;
-    for (int16_t i = 0; i < 6 && classe == 0; ++i) {
-      if (mots[3] == kEchelles[i]) classe = static_cast<int16_t>(i + 1);
-    }
+    const int16_t classe = ClasseEchellePourMot(mots[3]);
     if (classe == 0) return false;
     ClasseEchelle = classe;
-    std::string theme = mots[4];
-    for (char& c : theme) c = MajusculeAnsi(c);
-    if (theme == "CS") {
-      GroupeTheme = 2;
-    } else if (theme == "OD") {
-      GroupeTheme = 3;
-    } else {
-      return false;
-    }
+    const int32_t groupe = GroupeThemePourMot(mots[4]);
+    if (groupe == 0) return false;
+    GroupeTheme = groupe;
   }
   return true;
 }

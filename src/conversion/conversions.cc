@@ -22,7 +22,9 @@ namespace {
 // leaves the previous target and log as they were.
 class Deroulement {
  public:
-  explicit Deroulement(ReglagesExecution& reglages) : r_(reglages), journal_(reglages.journal) {}
+  explicit Deroulement(ReglagesExecution& reglages) : r_(reglages), journal_(reglages.journal) {
+    r_.Interrompu = false;
+  }
 
   // Opens the source, creates the target, starts the log with its header.
   bool Demarrer(std::string_view titre) {
@@ -51,6 +53,10 @@ class Deroulement {
   bool LigneSuivante(std::string_view& ligne) {
     FluxTexte& source = r_.FichierSource.Flux;
     if (journal_.EnEchec() || r_.FichierCible.Flux.EnErreur()) return false;
+    if (r_.arret != nullptr && r_.arret->load(std::memory_order_relaxed)) {
+      r_.Interrompu = true;
+      return false;
+    }
     if (source.AtEndOfStream()) return false;
     return source.ReadLine(ligne);
   }
@@ -62,6 +68,10 @@ class Deroulement {
   bool Terminer() {
     FichierTexte& source = r_.FichierSource;
     FichierTexte& cible = r_.FichierCible;
+    // A stop that comes while the last read waits still wins: nothing is put
+    // in place once it is asked for.
+    if (r_.arret != nullptr && r_.arret->load(std::memory_order_relaxed)) r_.Interrompu = true;
+    if (r_.Interrompu) return Abandonner({});
     if (source.Flux.EnErreur()) return Abandonner(MessageFatal(source.Nom, RaisonFatale::Lecture));
     if (!cible.Flux.Vider()) return Abandonner(MessageFatal(cible.Nom, RaisonFatale::Ecriture));
     if (!journal_.Vider()) return Abandonner(journal_.MessageEchec());
@@ -76,12 +86,12 @@ class Deroulement {
 
  private:
   bool Echouer(const std::string& message) {
-    r_.affichage->MontrerErreurFatale(message);
+    if (!r_.Interrompu) r_.affichage->MontrerErreurFatale(message);
     return false;
   }
 
-  // A fatal error in the middle of a run: every file is closed, and neither
-  // the target nor the log replaces the one before.
+  // A fatal error in the middle of a run, or a stop asked for: every file is
+  // closed, and neither the target nor the log replaces the one before.
   bool Abandonner(const std::string& message) {
     journal_.Abandonner();
     FermerFichier(r_.FichierSource.Flux);

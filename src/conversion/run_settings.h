@@ -3,6 +3,7 @@
 // next.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <string>
 
@@ -26,6 +27,12 @@ struct ReglagesExecution {
   // Where summaries and fatal errors are shown, and how files are opened.
   Affichage* affichage = nullptr;
   SystemeFichiers* systeme = &SystemeFichiersReel();
+
+  // When set, a run looks at it before each line: once true, the run gives
+  // up its target and log, as a failed run does, but shows nothing, and
+  // sets Interrompu.
+  const std::atomic<bool>* arret = nullptr;
+  bool Interrompu = false;
 
   // Source path, and the log path beside it (source path + ".log").
   void DefinirSource(const std::string& chemin);
