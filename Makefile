@@ -46,6 +46,7 @@ sanitize: deps
 
 bench: build
 	@bench/run_bench.sh $(BUILD)
+	@bench/run_bench_lot.sh $(BUILD)
 
 fuzz:
 	@scripts/install-deps.sh fuzz
@@ -67,7 +68,7 @@ windows:
 # Linux e2e program, built here if need be.
 test-windows: windows
 	@test -f $(BUILD)/CMakeCache.txt || cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=Release -DQUILLON_PGO= >/dev/null
-	@cmake --build $(BUILD) -j $(JOBS) --target quillon_e2e_tests
+	@cmake --build $(BUILD) -j $(JOBS) --target quillon_e2e_tests quillon_lot_tests
 	@tests/windows/run-tests.sh $(BUILD) $(BUILD)-win64 $(BUILD)-win32
 
 clean:

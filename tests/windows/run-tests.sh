@@ -5,7 +5,8 @@
 # - every e2e case (tests/e2e) and Windows' own cases (tests/windows_test.cc)
 #   against quillon.exe, driven by the Linux e2e program; the cases that
 #   cannot apply on Windows are listed with their reasons in
-#   tests/windows/exclus.
+#   tests/windows/exclus;
+# - the batch tests (tests/batch_test.cc) against quillon-lot.exe.
 # One wineserver is kept alive for the whole run, in a wine prefix of the
 # build's own; wine's debug output is silenced. The i686 build's tests run
 # only where a 32-bit wine is installed.
@@ -39,6 +40,9 @@ sous_wine() {
   fin=$(date +%s%N)
   cas=$(ls -d "$(dirname "$0")/../e2e"/*/ | wc -l)
   echo "test-windows: $nom: $((cas + 3)) cases in $(((fin - debut) / 1000000)) ms"
+  echo "test-windows: $nom batch tests against quillon-lot.exe"
+  QUILLON_EXE_WINDOWS="$build/quillon.exe" QUILLON_LANCEUR="$build/tests/quillon_lanceur.exe" \
+    QUILLON_LOT_EXE_WINDOWS="$build/quillon-lot.exe" "$linux/tests/quillon_lot_tests" --gtest_brief=1
 }
 
 sous_wine x86_64 "$win64"

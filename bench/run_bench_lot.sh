@@ -1,0 +1,133 @@
+#!/usr/bin/env bash
+# Benchmark of the batch program quillon-lot against the console program.
+#
+#   bench/run_bench_lot.sh BUILD_DIR [SCRATCH_DIR]
+#
+# BUILD_DIR holds quillon, quillon-lot and bench/quillon_generer and
+# bench/quillon_mesurer. SCRATCH_DIR (default: bench/out/lot, ignored by git)
+# receives the generated files, the targets and the logs; about 200 MB.
+#
+# 1. Many small files: BENCH_LOT_FILES generated value files (default 1000)
+#    of BENCH_LOT_LINES lines each (default 1000), converted by a shell loop
+#    calling quillon once per file, then by quillon-lot with 2 threads, on
+#    the same files. Target: quillon-lot at least 5 times faster.
+# 2. One large file: BENCH_LINES lines (default 1000000) through quillon and
+#    through quillon-lot with one file. Target: the same speed (quillon-lot
+#    within 10% of quillon's time).
+# Each timing is the best wall time of BENCH_RUNS runs (default 3).
+set -euo pipefail
+
+if [ $# -lt 1 ] || [ $# -gt 2 ]; then
+  echo "usage: $0 BUILD_DIR [SCRATCH_DIR]" >&2
+  exit 2
+fi
+racine="$(cd "$(dirname "$0")/.." && pwd)"
+build="$(cd "$1" && pwd)"
+scratch="${2:-$racine/bench/out/lot}"
+fichiers="${BENCH_LOT_FILES:-1000}"
+lignes_petits="${BENCH_LOT_LINES:-1000}"
+lignes="${BENCH_LINES:-1000000}"
+essais="${BENCH_RUNS:-3}"
+
+quillon="$build/quillon"
+lot="$build/quillon-lot"
+generer="$build/bench/quillon_generer"
+mesurer="$build/bench/quillon_mesurer"
+for exe in "$quillon" "$lot" "$generer" "$mesurer"; do
+  if [ ! -x "$exe" ]; then
+    echo "run_bench_lot: $exe is missing; build $build first" >&2
+    exit 1
+  fi
+done
+mkdir -p "$scratch"
+scratch="$(cd "$scratch" && pwd)"
+resultat="$scratch/mesure.txt"
+objectif_rapport=5
+objectif_grand=1.10
+
+# mesurer CMD...: the best wall time of $essais runs, in $meilleur.
+mesurer() {
+  local secondes kib code processeur i
+  meilleur=""
+  for ((i = 0; i < essais; i++)); do
+    sync
+    "$mesurer" "$resultat" "$@" >"$scratch/sortie.txt" || true
+    read -r secondes kib code processeur <"$resultat"
+    if [ "$code" != 0 ]; then
+      echo "run_bench_lot: '$*' exited with $code" >&2
+      tail -5 "$scratch/sortie.txt" >&2
+      exit 1
+    fi
+    if [ -z "$meilleur" ] || awk -v a="$secondes" -v b="$meilleur" 'BEGIN { exit !(a < b) }'; then
+      meilleur="$secondes"
+    fi
+  done
+}
+calcul() { awk "function d(a, b) { return a / (b > 0 ? b : 1e-6) } BEGIN { printf \"$1\", $2 }"; }
+
+# --- Many small files --------------------------------------------------------
+petits="$scratch/petits"
+if [ ! -f "$petits/.complet-$fichiers-$lignes_petits" ]; then
+  echo "Generating $fichiers files of $lignes_petits lines into $petits ..."
+  rm -rf "$petits"
+  mkdir -p "$petits"
+  for ((i = 1; i <= fichiers; i++)); do
+    "$generer" ptv "$lignes_petits" "$i" "$petits/f$(printf %04d "$i").ptv"
+  done
+  touch "$petits/.complet-$fichiers-$lignes_petits"
+fi
+
+echo "Converting $fichiers files ($essais runs each) ..."
+# The loop a script would write without quillon-lot.
+mesurer sh -c 'for f in "$1"/*.ptv; do "$2" "$f" "${f%.ptv}.ptp" 1000 CS >/dev/null; done' sh "$petits" "$quillon"
+boucle="$meilleur"
+# The same files named one by one: the targets of the loop, beside them,
+# would otherwise be sources of the batch.
+mesurer "$lot" -j 2 -e 1000 -t CS "$petits"/*.ptv
+lot_petits="$meilleur"
+rapport="$(calcul %.1f "d($boucle, $lot_petits)")"
+convertis="$(sed -n 's/^Total: [0-9]* fichier(s) : \([0-9]*\) converti.*/\1/p' "$scratch/sortie.txt")"
+
+# --- One large file ----------------------------------------------------------
+grand="$scratch/grand.ptv"
+if [ ! -f "$grand" ] || [ "$(wc -l <"$grand")" != "$lignes" ]; then
+  echo "Generating a $lignes-line file ..."
+  "$generer" ptv "$lignes" 1 "$grand"
+fi
+echo "Converting one $lignes-line file ($essais runs each) ..."
+mesurer "$quillon" "$grand" "$scratch/grand-quillon.ptp" 1000 CS
+grand_quillon="$meilleur"
+mesurer "$lot" -e 1000 -t CS -c "$scratch/grand-lot.ptp" "$grand"
+grand_lot="$meilleur"
+rapport_grand="$(calcul %.2f "d($grand_lot, $grand_quillon)")"
+if ! cmp -s "$scratch/grand-quillon.ptp" "$scratch/grand-lot.ptp"; then
+  echo "run_bench_lot: the two targets of the large file differ" >&2
+  exit 1
+fi
+
+# --- Report ------------------------------------------------------------------
+echo
+echo "quillon-lot benchmark: best of $essais runs, $(nproc) cores"
+printf '%-46s %9s s\n' "$fichiers files x $lignes_petits lines, shell loop of quillon" "$(calcul %.3f "$boucle")"
+printf '%-46s %9s s   (%s files converted)\n' "$fichiers files x $lignes_petits lines, quillon-lot -j 2" \
+  "$(calcul %.3f "$lot_petits")" "${convertis:-?}"
+echo "ratio loop / quillon-lot: $rapport (target >= $objectif_rapport)"
+printf '%-46s %9s s   (%s lines/s)\n' "1 file x $lignes lines, quillon" "$(calcul %.3f "$grand_quillon")" \
+  "$(calcul %.0f "d($lignes, $grand_quillon)")"
+printf '%-46s %9s s   (%s lines/s)\n' "1 file x $lignes lines, quillon-lot" "$(calcul %.3f "$grand_lot")" \
+  "$(calcul %.0f "d($lignes, $grand_lot)")"
+echo "ratio quillon-lot / quillon on the large file: $rapport_grand (target <= $objectif_grand)"
+echo "load average at the end: $(cut -d' ' -f1-3 /proc/loadavg) (wall times suffer when the machine is busy)"
+echecs=()
+if awk -v a="$rapport" -v b="$objectif_rapport" 'BEGIN { exit !(a < b) }'; then
+  echecs+=("many files: quillon-lot only $rapport times faster than the loop")
+fi
+if awk -v a="$rapport_grand" -v b="$objectif_grand" 'BEGIN { exit !(a > b) }'; then
+  echecs+=("large file: quillon-lot takes $rapport_grand times quillon's time")
+fi
+if [ "${convertis:-0}" != "$fichiers" ]; then echecs+=("many files: ${convertis:-?} of $fichiers converted"); fi
+if [ ${#echecs[@]} -gt 0 ]; then
+  echo
+  echo "Below target:"
+  printf '  %s\n' "${echecs[@]}"
+fi

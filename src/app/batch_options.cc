@@ -1,0 +1,204 @@
+#include "app/batch_options.h"
+
+#include <charconv>
+#include <string_view>
+
+#include "app/command_line.h"
+
+namespace quillon::lot {
+namespace {
+
+enum class Cle { Recursif, PtpEn, Echelle, Theme, Sortie, Cible, Verifier, Fils, Json, Aide, Version };
+
+struct Option {
+  const char* longue;
+  char courte;  // 0: none
+  bool avecValeur;
+  Cle cle;
+};
+
+constexpr Option kOptions[] = {
+    {"recursif", 'r', false, Cle::Recursif}, {"ptp-en", 'p', true, Cle::PtpEn},
+    {"echelle", 'e', true, Cle::Echelle},    {"theme", 't', true, Cle::Theme},
+    {"sortie", 'o', true, Cle::Sortie},      {"cible", 'c', true, Cle::Cible},
+    {"verifier", 'n', false, Cle::Verifier}, {"fils", 'j', true, Cle::Fils},
+    {"json", 0, true, Cle::Json},            {"aide", 'h', false, Cle::Aide},
+    {"help", 0, false, Cle::Aide},           {"version", 'V', false, Cle::Version},
+};
+
+const Option* ParNomLong(std::string_view nom) {
+  for (const Option& o : kOptions) {
+    if (nom == o.longue) return &o;
+  }
+  return nullptr;
+}
+
+const Option* ParLettre(char lettre) {
+  for (const Option& o : kOptions) {
+    if (o.courte != 0 && o.courte == lettre) return &o;
+  }
+  return nullptr;
+}
+
+// Stores one option; the usage error, or empty.
+std::string Appliquer(const Option& o, const std::string& valeur, OptionsLot& r) {
+  const std::string nom = std::string("--") + o.longue;
+  switch (o.cle) {
+    case Cle::Recursif: r.recursif = true; break;
+    case Cle::Verifier: r.verification = true; break;
+    case Cle::Aide: r.aide = true; break;
+    case Cle::Version: r.version = true; break;
+    case Cle::PtpEn:
+      if (valeur == "ptv") {
+        r.ciblePtp = CiblePtp::Valeur;
+      } else if (valeur == "ptm") {
+        r.ciblePtp = CiblePtp::MD01;
+      } else {
+        return nom + " attend ptv ou ptm, pas « " + valeur + " »";
+      }
+      break;
+    case Cle::Echelle:
+      r.classeEchelle = ClasseEchellePourMot(valeur);
+      if (r.classeEchelle == 0) return nom + " attend 250, 500, 1000, 2000, 4000 ou 5000, pas « " + valeur + " »";
+      break;
+    case Cle::Theme:
+      r.groupeTheme = GroupeThemePourMot(valeur);
+      if (r.groupeTheme == 0) return nom + " attend CS ou OD, pas « " + valeur + " »";
+      break;
+    case Cle::Sortie:
+      if (valeur.empty()) return nom + " attend un dossier";
+      r.dossierSortie = valeur;
+      break;
+    case Cle::Cible:
+      if (valeur.empty()) return nom + " attend un fichier";
+      r.cible = valeur;
+      break;
+    case Cle::Json:
+      if (valeur.empty()) return nom + " attend un fichier, ou - pour la sortie standard";
+      r.rapportJson = valeur;
+      break;
+    case Cle::Fils: {
+      unsigned n = 0;
+      const auto [fin, err] = std::from_chars(valeur.data(), valeur.data() + valeur.size(), n);
+      if (err != std::errc() || fin != valeur.data() + valeur.size() || n < 1 || n > kFilsMax) {
+        return nom + " attend un nombre de 1 à " + std::to_string(kFilsMax) + ", pas « " + valeur + " »";
+      }
+      r.fils = n;
+      break;
+    }
+  }
+  return {};
+}
+
+}  // namespace
+
+LectureOptions LireOptions(const std::vector<std::string>& mots) {
+  LectureOptions lu;
+  OptionsLot& r = lu.options;
+  bool finOptions = false;
+  for (std::size_t i = 0; i < mots.size() && lu.erreur.empty(); ++i) {
+    const std::string& mot = mots[i];
+    if (finOptions || mot.size() < 2 || mot[0] != '-') {
+      r.sources.push_back(mot);
+    } else if (mot == "--") {
+      finOptions = true;
+    } else if (mot.starts_with("--")) {
+      // --nom, --nom=valeur, --nom valeur
+      const std::size_t egal = mot.find('=');
+      const std::string nom = mot.substr(2, egal == std::string::npos ? std::string::npos : egal - 2);
+      const Option* o = ParNomLong(nom);
+      if (o == nullptr) {
+        lu.erreur = "option inconnue : --" + nom;
+      } else if (!o->avecValeur && egal != std::string::npos) {
+        lu.erreur = "--" + nom + " ne prend pas de valeur";
+      } else if (o->avecValeur && egal == std::string::npos && i + 1 == mots.size()) {
+        lu.erreur = "--" + nom + " attend une valeur";
+      } else {
+        const std::string valeur = !o->avecValeur ? "" : egal != std::string::npos ? mot.substr(egal + 1) : mots[++i];
+        lu.erreur = Appliquer(*o, valeur, r);
+      }
+    } else {
+      // -rn, -j4, -j 4
+      for (std::size_t k = 1; k < mot.size() && lu.erreur.empty(); ++k) {
+        const Option* o = ParLettre(mot[k]);
+        if (o == nullptr) {
+          lu.erreur = std::string("option inconnue : -") + mot[k];
+        } else if (!o->avecValeur) {
+          lu.erreur = Appliquer(*o, "", r);
+        } else if (k + 1 < mot.size()) {
+          lu.erreur = Appliquer(*o, mot.substr(k + 1), r);
+          break;
+        } else if (i + 1 < mots.size()) {
+          lu.erreur = Appliquer(*o, mots[++i], r);
+        } else {
+          lu.erreur = std::string("-") + mot[k] + " attend une valeur";
+        }
+      }
+    }
+  }
+  if (lu.erreur.empty() && !r.aide && !r.version) {
+    if (r.sources.empty()) {
+      lu.erreur = "aucune source";
+    } else if (!r.cible.empty() && r.sources.size() > 1) {
+      lu.erreur = "--cible ne va qu'avec une seule source";
+    }
+  }
+  return lu;
+}
+
+const char* TexteUsage() {
+  return "usage : quillon-lot [OPTIONS] SOURCE...\n"
+         "        quillon-lot --aide   pour les options et les codes de sortie\n";
+}
+
+const char* TexteAide() {
+  return R"(usage : quillon-lot [OPTIONS] SOURCE...
+
+Convertit des fichiers de points, un lot à la fois. Une SOURCE est un fichier
+ou un dossier ; un dossier fournit ses fichiers .ptv, .ptp et .pts (en
+majuscules ou minuscules), ses sous-dossiers avec --recursif. L'extension de
+chaque fichier choisit sa conversion :
+  .ptv -> .ptp    valeurs en précisions (avec --echelle et --theme)
+  .ptp -> .ptv    précisions en valeurs (--ptp-en ptv)
+  .ptp -> .ptm    précisions en MD01 (--ptp-en ptm)
+  .pts -> .ptv    DC en valeurs (avec --theme, CS par défaut)
+La cible est écrite à côté de sa source avec la nouvelle extension, le journal
+sous le nom de la source suivi de ".log" ; cibles et journaux sont les mêmes,
+octet pour octet, que ceux du programme quillon.
+
+Options :
+  -r, --recursif          parcourir aussi les sous-dossiers des dossiers
+  -p, --ptp-en=ptv|ptm    ce que deviennent les fichiers .ptp (obligatoire
+                          quand le lot en contient)
+  -e, --echelle=ECHELLE   250, 500, 1000, 2000, 4000 ou 5000
+  -t, --theme=CS|OD       groupe de thèmes des points de situation
+  -o, --sortie=DOSSIER    cibles et journaux dans DOSSIER, avec les
+                          sous-dossiers d'un parcours récursif
+  -c, --cible=FICHIER     le fichier cible, pour une seule source
+  -n, --verifier          tout lire et tout convertir, écrire journaux et
+                          comptes, mais aucune cible
+  -j, --fils=N            N fichiers à la fois, 64 au plus (par défaut, un
+                          par cœur)
+      --json=FICHIER      rapport JSON dans FICHIER ; "-" : sur la sortie
+                          standard, au lieu du rapport en texte
+  -h, --aide, --help      ce texte
+  -V, --version           la version
+
+Sortie standard : une ligne par fichier, dans l'ordre des sources, ses champs
+séparés par des tabulations : source, cible, lignes lues, lignes ignorées,
+erreurs de lecture, erreurs d'écriture, issue (converti, rejets, echec,
+interrompu, non-traite) et, après un échec, son message ; puis les totaux.
+Sur un terminal, l'erreur standard montre l'avancement.
+
+Codes de sortie :
+  0    tous les fichiers convertis sans champ rejeté
+  1    des lignes ont été rejetées (erreurs de lecture ou d'écriture)
+  2    un fichier n'a pas pu être ouvert, créé, lu ou écrit (les autres
+       fichiers sont tout de même convertis)
+  64   ligne de commande incorrecte
+  130  interrompu (Ctrl-C) : les fichiers terminés le restent, ceux en cours
+       gardent leur cible précédente
+)";
+}
+
+}  // namespace quillon::lot

@@ -1,0 +1,45 @@
+// The command line of quillon-lot: options and sources.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quillon::lot {
+
+// Threads at most: each file under way holds two temporary files (target
+// and log), and an interruption finds at most 128 of them.
+inline constexpr unsigned kFilsMax = 64;
+
+// What a .ptp source becomes.
+enum class CiblePtp { Aucune, Valeur, MD01 };
+
+struct OptionsLot {
+  std::vector<std::string> sources;
+  bool recursif = false;
+  CiblePtp ciblePtp = CiblePtp::Aucune;
+  int16_t classeEchelle = 0;  // 0: none given, as the console with two words
+  int32_t groupeTheme = 0;    // 0: none given
+  std::string dossierSortie;  // empty: targets and logs beside their sources
+  std::string cible;          // empty: the target is named after the source
+  bool verification = false;  // readers and writers, log and counts, no target
+  unsigned fils = 0;          // 0: as many as the machine has cores
+  std::optional<std::string> rapportJson;  // "-": on standard output
+  bool aide = false;
+  bool version = false;
+};
+
+// The options read, or the usage error to show.
+struct LectureOptions {
+  OptionsLot options;
+  std::string erreur;  // empty when the command line is acceptable
+};
+
+LectureOptions LireOptions(const std::vector<std::string>& mots);
+
+// The texts of --help and of a usage error, in UTF-8.
+const char* TexteAide();
+const char* TexteUsage();
+
+}  // namespace quillon::lot

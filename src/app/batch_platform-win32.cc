@@ -1,0 +1,81 @@
+// quillon-lot on Windows: the wide command line split as Windows programs
+// split it, file names in UTF-8, console control events.
+#include <windows.h>
+#include <shellapi.h>
+
+#include "app/batch_platform.h"
+#include "io/encoding.h"
+#include "io/temporary_files.h"
+
+namespace quillon::lot {
+namespace {
+
+std::atomic<bool>* drapeau = nullptr;
+
+// Ctrl-C and Ctrl-Break ask the batch to stop, a second one ends the
+// program. Closing the console, logging off and shutting down leave no time
+// to finish: the temporary files go, and so does the program.
+BOOL WINAPI Interrompre(DWORD evenement) {
+  switch (evenement) {
+    case CTRL_C_EVENT:
+    case CTRL_BREAK_EVENT:
+      if (drapeau != nullptr && !drapeau->exchange(true)) return TRUE;
+      [[fallthrough]];
+    case CTRL_CLOSE_EVENT:
+    case CTRL_LOGOFF_EVENT:
+    case CTRL_SHUTDOWN_EVENT:
+      SupprimerTemporaires();
+      ::ExitProcess(STATUS_CONTROL_C_EXIT);
+  }
+  return FALSE;
+}
+
+std::string VersUtf8(const wchar_t* texte) {
+  return Utf16VersUtf8(reinterpret_cast<const char16_t*>(texte));
+}
+
+}  // namespace
+
+std::vector<std::string> MotsProgramme(int, char**) {
+  std::vector<std::string> mots;
+  int n = 0;
+  wchar_t** arguments = ::CommandLineToArgvW(::GetCommandLineW(), &n);
+  if (arguments == nullptr) return mots;
+  for (int i = 1; i < n; ++i) mots.push_back(VersUtf8(arguments[i]));
+  ::LocalFree(arguments);
+  return mots;
+}
+
+std::filesystem::path CheminNatif(const std::string& texte) {
+  const std::u16string large = Utf8VersUtf16(texte);
+  return std::filesystem::path(std::wstring(large.begin(), large.end()));
+}
+
+std::string TexteChemin(const std::filesystem::path& chemin) {
+  const std::wstring& large = chemin.native();
+  return Utf16VersUtf8(std::u16string(large.begin(), large.end()));
+}
+
+// A console, not merely a character device: NUL is one too.
+bool ErreurEstTerminal() {
+  DWORD mode = 0;
+  return ::GetConsoleMode(::GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
+}
+
+void InstallerArret(std::atomic<bool>& arret) {
+  drapeau = &arret;
+  ::SetConsoleCtrlHandler(Interrompre, TRUE);
+}
+
+void EcrireSortieBrute(std::string_view octets) {
+  const HANDLE sortie = ::GetStdHandle(STD_OUTPUT_HANDLE);
+  while (!octets.empty()) {
+    DWORD ecrits = 0;
+    if (!::WriteFile(sortie, octets.data(), static_cast<DWORD>(octets.size()), &ecrits, nullptr) || ecrits == 0) return;
+    octets.remove_prefix(ecrits);
+  }
+}
+
+std::string_view FinLigne() { return "\r\n"; }
+
+}  // namespace quillon::lot

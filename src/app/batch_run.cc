@@ -1,0 +1,128 @@
+#include "app/batch_run.h"
+
+#include <filesystem>
+
+#include "app/batch_platform.h"
+#include "conversion/conversions.h"
+#include "io/ansi.h"
+#include "model/point.h"
+
+namespace quillon::lot {
+namespace {
+
+// A run's summary and fatal message, kept for the report instead of being
+// shown. The batch goes on after a failure: the message loses its "the
+// application will stop".
+class AffichageLot : public Affichage {
+ public:
+  void MontrerBilan(const std::array<std::string, 4>&) override {}
+  void MontrerErreurFatale(const std::string& message) override {
+    static constexpr auto kFin = Ansi(u8", l'application va s'arrêter");
+    message_ = message.ends_with(kFin.vue()) ? message.substr(0, message.size() - kFin.taille) : message;
+  }
+  const std::string& Message() const { return message_; }
+
+ private:
+  std::string message_;
+};
+
+// A target that goes nowhere: check mode writes everything else.
+class SupportNeant : public SupportFichier {
+ public:
+  int64_t Lire(char*, std::size_t) override { return 0; }
+  bool Ecrire(const char*, std::size_t) override { return true; }
+  bool Fermer() override { return true; }
+  bool MemeFichier(const SupportFichier& autre) const override { return &autre == this; }
+};
+
+class SystemeVerification : public SystemeFichiers {
+ public:
+  explicit SystemeVerification(std::string cible) : cible_(std::move(cible)) {}
+  std::unique_ptr<SupportFichier> OuvrirLecture(const std::string& nom) override {
+    return SystemeFichiersReel().OuvrirLecture(nom);
+  }
+  std::unique_ptr<SupportFichier> CreerEcriture(const std::string& nom,
+                                                std::span<const SupportFichier* const> proteges) override {
+    if (nom == cible_) return std::make_unique<SupportNeant>();
+    return SystemeFichiersReel().CreerEcriture(nom, proteges);
+  }
+
+ private:
+  std::string cible_;
+};
+
+// The folder of a file to write under the output folder.
+void CreerDossierDe(const std::string& chemin) {
+  std::error_code ec;
+  std::filesystem::create_directories(CheminNatif(chemin).parent_path(), ec);
+}
+
+bool Lancer(ReglagesExecution& reglages, const FichierLot& fichier, const OptionsLot& options) {
+  switch (fichier.conversion) {
+    case Conversion::ValEnPrecFiab:
+      return ConvertirPtValEnPtPrecFiab(reglages, options.classeEchelle, options.groupeTheme);
+    case Conversion::PrecFiabEnVal: return ConvertirPtPrecFiabEnPtVal(reglages);
+    case Conversion::PrecFiabEnMD01: return ConvertirPtPrecFiabEnPtMD01(reglages);
+    case Conversion::DCEnVal:
+      // Without a theme group the DC run takes CS, as its dialog starts.
+      return ConvertirPtDCEnPtVal(reglages, options.groupeTheme != 0 ? options.groupeTheme : kGroupeCS);
+  }
+  return false;
+}
+
+}  // namespace
+
+const char* MotIssue(Issue issue) {
+  switch (issue) {
+    case Issue::Converti: return "converti";
+    case Issue::Rejets: return "rejets";
+    case Issue::Echec: return "echec";
+    case Issue::Interrompu: return "interrompu";
+    case Issue::NonTraite: return "non-traite";
+  }
+  return "";
+}
+
+ResultatFichier ConvertirFichier(const FichierLot& fichier, const OptionsLot& options,
+                                 const std::atomic<bool>* arret) {
+  ResultatFichier r;
+  if (!fichier.empechement.empty()) {
+    r.issue = Issue::Echec;
+    r.message = fichier.empechement;
+    return r;
+  }
+  if (!options.dossierSortie.empty()) {
+    if (!options.verification) CreerDossierDe(fichier.cible);
+    CreerDossierDe(fichier.log);
+  }
+
+  AffichageLot affichage;
+  SystemeVerification verification(fichier.cible);
+  ReglagesExecution reglages;
+  reglages.ModeFenetre = false;
+  reglages.affichage = &affichage;
+  if (options.verification) reglages.systeme = &verification;
+  reglages.arret = arret;
+  reglages.DefinirSource(fichier.source);
+  reglages.journal.FichierLog.Nom = fichier.log;
+  reglages.FichierCible.Nom = fichier.cible;
+
+  const bool complete = Lancer(reglages, fichier, options);
+
+  const Journal& journal = reglages.journal;
+  r.lues = journal.NumeroLigne();
+  r.ignorees = journal.NbLignesIgnorees;
+  r.erreursLecture = journal.NbErreursLecture;
+  r.erreursEcriture = journal.NbErreursEcriture;
+  if (complete) {
+    r.issue = r.erreursLecture + r.erreursEcriture == 0 ? Issue::Converti : Issue::Rejets;
+  } else if (reglages.Interrompu) {
+    r.issue = Issue::Interrompu;
+  } else {
+    r.issue = Issue::Echec;
+    r.message = affichage.Message();
+  }
+  return r;
+}
+
+}  // namespace quillon::lot

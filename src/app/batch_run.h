@@ -1,0 +1,39 @@
+// One file of a batch through the core's conversion run.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <string>
+
+#include "app/batch_options.h"
+#include "app/batch_sources.h"
+
+namespace quillon::lot {
+
+enum class Issue {
+  Converti,    // completed, no rejected field
+  Rejets,      // completed, some fields rejected
+  Echec,       // a file could not be opened, created, read or written
+  Interrompu,  // stopped halfway: the previous target and log stay
+  NonTraite,   // never started: the batch was stopped before
+};
+
+// "converti", "rejets", "echec", "interrompu", "non-traite".
+const char* MotIssue(Issue issue);
+
+struct ResultatFichier {
+  Issue issue = Issue::NonTraite;
+  int64_t lues = 0;
+  int64_t ignorees = 0;
+  int64_t erreursLecture = 0;
+  int64_t erreursEcriture = 0;
+  std::string message;  // the fatal message of a failure, in Windows-1252
+};
+
+// Converts one file as the console would, with the batch's options; in
+// check mode the target is never written. Looks at `arret` before each
+// line. Shares nothing with the runs of other threads.
+ResultatFichier ConvertirFichier(const FichierLot& fichier, const OptionsLot& options,
+                                 const std::atomic<bool>* arret);
+
+}  // namespace quillon::lot

@@ -1,0 +1,122 @@
+// quillon-lot: converts many point files at once, for scripts and
+// scheduled jobs, with the console program's runs.
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <thread>
+
+#include "app/batch_json.h"
+#include "app/batch_options.h"
+#include "app/batch_platform.h"
+#include "app/batch_pool.h"
+#include "app/batch_report.h"
+#include "app/console.h"
+#include "io/encoding.h"
+#include "model/value_tables.h"
+#include "version.h"
+
+namespace quillon::lot {
+namespace {
+
+// Texts of this file are UTF-8; the console takes Windows-1252.
+void Sortie(const std::string& utf8) { EcrireConsole(Utf8VersCp1252(utf8)); }
+
+int ErreurUsage(const std::string& message) {
+  EcrireErreur(Utf8VersCp1252("quillon-lot : " + message + "\n" + TexteUsage()));
+  return kSortieUsage;
+}
+
+// The progress line on a terminal, redrawn in place and wiped before the
+// report writes.
+class Avancement {
+ public:
+  Avancement(bool actif, std::size_t total) : actif_(actif), total_(total) {}
+
+  void Montrer(std::size_t faits, int64_t lignes) {
+    if (!actif_) return;
+    const double secondes =
+        std::chrono::duration<double>(std::chrono::steady_clock::now() - debut_).count();
+    const std::string ligne = LigneAvancement(faits, total_, secondes > 0 ? lignes / secondes : 0.0);
+    Effacer();
+    EcrireErreur("\r" + ligne);
+    largeur_ = ligne.size();
+  }
+
+  void Effacer() {
+    if (!actif_ || largeur_ == 0) return;
+    EcrireErreur("\r" + std::string(largeur_, ' ') + "\r");
+    largeur_ = 0;
+  }
+
+ private:
+  bool actif_;
+  std::size_t total_;
+  std::size_t largeur_ = 0;
+  std::chrono::steady_clock::time_point debut_ = std::chrono::steady_clock::now();
+};
+
+bool EcrireRapportJson(const std::string& chemin, const std::string& texte) {
+  if (chemin == "-") {
+    EcrireSortieBrute(texte);  // UTF-8 already
+    return true;
+  }
+  std::ofstream fichier(CheminNatif(chemin), std::ios::binary | std::ios::trunc);
+  fichier << texte;
+  fichier.close();
+  return static_cast<bool>(fichier);
+}
+
+int Principal(int argc, char** argv) {
+  const LectureOptions lu = LireOptions(MotsProgramme(argc, argv));
+  if (!lu.erreur.empty()) return ErreurUsage(lu.erreur);
+  const OptionsLot& options = lu.options;
+  if (options.aide) {
+    Sortie(TexteAide());
+    return kSortieConverti;
+  }
+  if (options.version) {
+    Sortie(std::string("quillon-lot (") + kTitreApplication + ", Version " + kTexteVersion + ")" +
+           std::string(FinLigne()));
+    return kSortieConverti;
+  }
+
+  const ListeLot liste = ListerFichiers(options);
+  if (!liste.erreur.empty()) return ErreurUsage(liste.erreur);
+
+  std::atomic<bool> arret{false};
+  InstallerArret(arret);
+  Tables();  // built once, before the threads read them
+
+  const bool json = options.rapportJson.has_value();
+  const bool jsonSeul = json && *options.rapportJson == "-";
+  Avancement avancement(ErreurEstTerminal(), liste.fichiers.size());
+  SuiviLot suivi;
+  suivi.fichierTermine = [&](std::size_t i, const ResultatFichier& r) {
+    if (jsonSeul) return;
+    avancement.Effacer();
+    EcrireConsole(LigneFichier(liste.fichiers[i], r) + std::string(FinLigne()));
+  };
+  suivi.avancement = [&](std::size_t faits, int64_t lignes) { avancement.Montrer(faits, lignes); };
+
+  const unsigned fils =
+      options.fils != 0 ? options.fils : std::clamp(std::thread::hardware_concurrency(), 1u, kFilsMax);
+  const std::vector<ResultatFichier> resultats = ConvertirLot(liste.fichiers, options, fils, arret, suivi);
+  avancement.Effacer();
+
+  const Totaux totaux = Additionner(resultats);
+  int code = CodeSortie(totaux);
+  if (!jsonSeul) EcrireConsole(LignesTotaux(totaux, FinLigne()));
+  if (json && !EcrireRapportJson(*options.rapportJson, RapportJson(liste.fichiers, resultats,
+                                                                   options.verification, code))) {
+    EcrireErreur(Utf8VersCp1252("quillon-lot : le rapport " + *options.rapportJson +
+                                " ne peut pas être écrit\n"));
+    if (code < kSortieEchec) code = kSortieEchec;
+  }
+  return code;
+}
+
+}  // namespace
+}  // namespace quillon::lot
+
+int main(int argc, char** argv) { return quillon::lot::Principal(argc, argv); }
