@@ -1,5 +1,6 @@
 // Shows one window of the windowed front end by name, for taking its
 // picture: quillon_apercu principale|val-prec|dc-val|a-propos
+// or writes the application's icon as a PNG file: quillon_apercu icone FILE
 // The main window is the real one; a dialog is shown over it as the main
 // window shows it, and nothing is converted until one of its buttons is used.
 #include <cstdio>
@@ -9,6 +10,7 @@
 
 #include "conversion/run_settings.h"
 #include "ui/about_box.h"
+#include "ui/app_icon.h"
 #include "ui/main_window.h"
 #include "ui/option_dialogs.h"
 #include "ui/registry.h"
@@ -18,6 +20,7 @@
 int main(int argc, char** argv) {
   const char* nom = argc > 1 ? argv[1] : "";
   QApplication application(argc, argv);
+  if (std::strcmp(nom, "icone") == 0 && argc > 2) return quillon::IconeApplication().save(argv[2], "PNG") ? 0 : 1;
   quillon::ReglagesExecution reglages;
   quillon::InitialiserTables(reglages);
   reglages.ModeFenetre = true;
@@ -41,7 +44,7 @@ int main(int argc, char** argv) {
   } else if (std::strcmp(nom, "a-propos") == 0) {
     (new quillon::frmAPropos(services, &fenetre))->Afficher();
   } else {
-    std::fputs("usage: quillon_apercu principale|val-prec|dc-val|a-propos\n", stderr);
+    std::fputs("usage: quillon_apercu principale|val-prec|dc-val|a-propos | icone FILE\n", stderr);
     return 2;
   }
   return application.exec();
