@@ -9,13 +9,13 @@
 #include <QApplication>
 
 #include "conversion/run_settings.h"
-#include "ui/about_box.h"
-#include "ui/app_icon.h"
-#include "ui/main_window.h"
-#include "ui/option_dialogs.h"
+#include "ui/qt/about_box.h"
+#include "ui/qt/app_icon.h"
+#include "ui/qt/main_window.h"
+#include "ui/qt/option_dialogs.h"
 #include "ui/registry.h"
-#include "ui/seams_qt.h"
-#include "ui/windowed_display.h"
+#include "ui/qt/seams_qt.h"
+#include "ui/window_logic.h"
 
 int main(int argc, char** argv) {
   const char* nom = argc > 1 ? argv[1] : "";
@@ -33,14 +33,14 @@ int main(int argc, char** argv) {
   quillon::AffichageFenetre affichage(messages);
   reglages.affichage = &affichage;
   quillon::frmQuillon fenetre(reglages, services);
-  affichage.DefinirParent(&fenetre);
+  affichage.DefinirParent(static_cast<QWidget*>(&fenetre));
 
   fenetre.show();
   if (std::strcmp(nom, "principale") == 0) {
   } else if (std::strcmp(nom, "val-prec") == 0) {
-    (new quillon::frmConvertirPtValEnPtPrecFiab(reglages, fin, &fenetre))->Afficher();
+    (new quillon::frmConvertirPtValEnPtPrecFiab(fenetre.Logique().DialogueValPrecFiab(), &fenetre))->Afficher();
   } else if (std::strcmp(nom, "dc-val") == 0) {
-    (new quillon::frmConvertirPtDCEnPtVal(reglages, fin, &fenetre))->Afficher();
+    (new quillon::frmConvertirPtDCEnPtVal(fenetre.Logique().DialogueDCVal(), &fenetre))->Afficher();
   } else if (std::strcmp(nom, "a-propos") == 0) {
     (new quillon::frmAPropos(services, &fenetre))->Afficher();
   } else {

@@ -23,22 +23,6 @@ std::vector<std::string> DecouperLigneCommande(std::string_view texte, int16_t n
   return mots;
 }
 
-int16_t ClasseEchellePourMot(std::string_view mot) {
-  static constexpr std::string_view kEchelles[] = {"250", "500", "1000", "2000", "4000", "5000"};
-  for (int16_t i = 0; i < 6; ++i) {
-    if (mot == kEchelles[i]) return static_cast<int16_t>(i + 1);
-  }
-  return 0;
-}
-
-int32_t GroupeThemePourMot(std::string_view mot) {
-  std::string theme(mot);
-  for (char& c : theme) c = MajusculeAnsi(c);
-  if (theme == "CS") return kGroupeCS;
-  if (theme == "OD") return kGroupeOD;
-  return 0;
-}
-
 bool LireArguments(std::string_view texte, std::string& Source, std::string& Cible, int16_t& ClasseEchelle,
                    int32_t& GroupeTheme) {
   const std::vector<std::string> mots = DecouperLigneCommande(texte, 4);

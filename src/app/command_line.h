@@ -20,13 +20,6 @@ std::vector<std::string> DecouperLigneCommande(std::string_view texte, int16_t n
 bool LireArguments(std::string_view texte, std::string& Source, std::string& Cible, int16_t& ClasseEchelle,
                    int32_t& GroupeTheme);
 
-// The scale class of a scale word: "250", "500", "1000", "2000", "4000",
-// "5000" character for character give 1 to 6; any other word 0.
-int16_t ClasseEchellePourMot(std::string_view mot);
-// The theme group of a theme word: "CS" (2) or "OD" (3) in any mix of
-// capitals and small letters; any other word 0.
-int32_t GroupeThemePourMot(std::string_view mot);
-
 // The argument text of the program, or nothing when it was started without
 // any argument (windowed mode). The platform's:
 // - on POSIX the system hands the words over already split: any argument,

@@ -18,4 +18,25 @@ bool EstThemeMD01(int32_t theme) {
   }
 }
 
+int16_t ClasseEchellePourMot(std::string_view mot) {
+  for (std::size_t i = 0; i < kMotsEchelle.size(); ++i) {
+    if (mot == kMotsEchelle[i]) return static_cast<int16_t>(i + 1);
+  }
+  return 0;
+}
+
+int32_t GroupeThemePourMot(std::string_view mot) {
+  const auto egal = [](std::string_view a, std::string_view b) {
+    if (a.size() != b.size()) return false;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+      const char c = a[i] >= 'a' && a[i] <= 'z' ? static_cast<char>(a[i] - 'a' + 'A') : a[i];
+      if (c != b[i]) return false;
+    }
+    return true;
+  };
+  if (egal(mot, kMotsTheme[0])) return kGroupeCS;
+  if (egal(mot, kMotsTheme[1])) return kGroupeOD;
+  return 0;
+}
+
 }  // namespace quillon

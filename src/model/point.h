@@ -1,8 +1,10 @@
 // The point record shared by every line reader and writer, and its codes.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace quillon {
 
@@ -40,6 +42,19 @@ inline constexpr int32_t kThemeBlanc = 10;
 // Theme groups: the theme of situation points.
 inline constexpr int32_t kGroupeCS = 2;
 inline constexpr int32_t kGroupeOD = 3;
+
+// The words that name the scales and the theme groups, in the order of the
+// scale classes 1 to 6 and of the groups CS and OD: the console's words and
+// the entries of the option dialogs' lists.
+inline constexpr std::array<std::string_view, 6> kMotsEchelle = {"250", "500", "1000", "2000", "4000", "5000"};
+inline constexpr std::array<std::string_view, 2> kMotsTheme = {"CS", "OD"};
+
+// The scale class of a scale word, character for character; 0 for any
+// other word.
+int16_t ClasseEchellePourMot(std::string_view mot);
+// The theme group of a theme word in any mix of capitals and small letters;
+// 0 for any other word.
+int32_t GroupeThemePourMot(std::string_view mot);
 
 // A value code is valid from 11 to 89, with a last digit of 1 to 7 up to 57
 // and of 2 to 9 from 58 on (so 58 and 59 are valid, 60 and 61 are not).

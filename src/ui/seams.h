@@ -1,23 +1,25 @@
 // What the windows ask of the platform, each behind a small interface: the
 // standard file dialogs, message boxes, ending the program, testing for a
-// file and starting another program. The windowed mode hands the windows the
-// real ones (seams_qt.h); the tests hand them fakes.
+// file and starting another program. No toolkit here: texts are UTF-8,
+// paths are as the file services take them, and the window a dialog or box
+// belongs to is an opaque `Parent`. Each front end hands the windows its
+// real services; the tests hand them fakes.
 #pragma once
 
 #include <optional>
 #include <string>
 
-#include <QString>
-
-class QWidget;
-
 namespace quillon {
 
 class Registre;
 
+// The toolkit's window that a dialog or a message box belongs to (a
+// QWidget*, an HWND), or null. The window logic only passes it on.
+using Parent = void*;
+
 // A file confirmed in an open or save dialog.
 struct FichierChoisi {
-  std::string nom;      // the path as the file services take it (OS bytes)
+  std::string nom;      // the path as the file services take it
   int indexFiltre = 0;  // 1-based: the filter selected when the user confirmed
 };
 
@@ -28,10 +30,10 @@ struct FichierChoisi {
 class DialoguesFichiers {
  public:
   virtual ~DialoguesFichiers() = default;
-  virtual std::optional<FichierChoisi> Ouvrir(QWidget* parent, const QString& titre, const QString& filtre,
+  virtual std::optional<FichierChoisi> Ouvrir(Parent parent, const std::string& titre, const std::string& filtre,
                                               int indexFiltre) = 0;
-  virtual std::optional<FichierChoisi> EnregistrerSous(QWidget* parent, const QString& titre,
-                                                       const QString& filtre, int indexFiltre) = 0;
+  virtual std::optional<FichierChoisi> EnregistrerSous(Parent parent, const std::string& titre,
+                                                       const std::string& filtre, int indexFiltre) = 0;
 };
 
 // Message boxes with a single OK button; each waits until it is dismissed.
@@ -39,9 +41,9 @@ class BoitesMessages {
  public:
   virtual ~BoitesMessages() = default;
   // No icon; the text is shown as given, "\r\n" separating its lines.
-  virtual void Message(QWidget* parent, const QString& titre, const QString& texte) = 0;
+  virtual void Message(Parent parent, const std::string& titre, const std::string& texte) = 0;
   // Captioned "Erreur fatale", with the error icon.
-  virtual void ErreurFatale(QWidget* parent, const QString& texte) = 0;
+  virtual void ErreurFatale(Parent parent, const std::string& texte) = 0;
 };
 
 // Ends the program: every window goes, and the event loop stops once the
@@ -52,7 +54,7 @@ class FinProgramme {
   virtual void Terminer() = 0;
 };
 
-// Files and programs of the machine, by path (OS bytes).
+// Files and programs of the machine, by path.
 class Programmes {
  public:
   virtual ~Programmes() = default;

@@ -8,32 +8,13 @@
 
 namespace quillon::test {
 
-std::optional<FichierChoisi> FauxDialogues::Repondre(const QString& filtre) {
-  filtres.push_back(filtre);
-  if (reponses.empty()) return std::nullopt;
-  const FichierChoisi reponse = reponses.front();
-  reponses.pop_front();
-  return reponse;
-}
-
 Banc::Banc() {
   InitialiserTables(reglages);
   reglages.ModeFenetre = true;
   reglages.affichage = &affichage;
   fenetre = std::make_unique<frmQuillon>(reglages, services);
-  affichage.DefinirParent(fenetre.get());
+  affichage.DefinirParent(static_cast<QWidget*>(fenetre.get()));
   fenetre->show();
-}
-
-QString TexteBilan(int lues, int ignorees, int erreursLecture, int erreursEcriture) {
-  return QStringLiteral("%1 ligne(s) lues dans le fichier source\r\n"
-                        "%2 ligne(s) ignorée(s) lors de la conversion\r\n"
-                        "%3 erreur(s) constatée(s) lors de la lecture du fichier source\r\n"
-                        "%4 erreur(s) constatée(s) lors de l'écriture dans le fichier cible")
-      .arg(lues)
-      .arg(ignorees)
-      .arg(erreursLecture)
-      .arg(erreursEcriture);
 }
 
 std::string Banc::Chemin(const char* nom) const { return dossier.filePath(QString::fromUtf8(nom)).toStdString(); }

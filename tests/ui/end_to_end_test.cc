@@ -8,7 +8,7 @@
 #include "banc.h"
 #include "test_support.h"
 #include "io/encoding.h"
-#include "ui/option_dialogs.h"
+#include "ui/qt/option_dialogs.h"
 
 namespace quillon::test {
 namespace {
@@ -59,10 +59,10 @@ TEST(BoutEnBout, FichierDCVersFichierValeurParLesFenetres) {
                                       "LECTURE: ligne 3: Le numéro de commune: '401' n'est pas valide\r\n"
                                       "LECTURE: ligne 3: La coordonnée Y: '38000.500' doit être au millimètre\r\n" +
                                       kLigne3 + "\r\n" +
-                                      TexteBilan(3, 0, 2, 0).toStdString() + "\r\n"));
+                                      TexteBilan(3, 0, 2, 0) + "\r\n"));
 
     ASSERT_EQ(banc.boites.boites.size(), 1u);
-    EXPECT_EQ(banc.boites.boites[0].titre, QStringLiteral("Quillon"));
+    EXPECT_EQ(banc.boites.boites[0].titre, "Quillon");
     EXPECT_EQ(banc.boites.boites[0].texte, TexteBilan(3, 0, 2, 0));
   }
 }

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "banc.h"
-#include "ui/seams_qt.h"
+#include "ui/qt/seams_qt.h"
 
 namespace quillon::test {
 namespace {
@@ -40,7 +40,7 @@ TEST(FenetrePrincipale, LeFiltreChoisiDonneLaSortePasLExtension) {
     int index;
     const char* nom;
     TypeFichier sorte;
-    QString filtreCible;
+    std::string filtreCible;
   } kCas[] = {
       {1, "s.ptp", TypeFichier::Valeur, "Points avec précision (*.ptp)|*.ptp"},
       {2, "s.ptv", TypeFichier::PrecFiab, "Points avec valeur (*.ptv)|*.ptv|Points au format MD01 (*.ptm)|*.ptm"},
@@ -54,7 +54,7 @@ TEST(FenetrePrincipale, LeFiltreChoisiDonneLaSortePasLExtension) {
     EXPECT_EQ(banc.reglages.journal.FichierLog.Nom, banc.Chemin(cas.nom) + ".log");
     EXPECT_EQ(banc.reglages.journal.NbErreursLecture, 0);
     banc.fenetre->mnuEnregistrerSous_Click();  // cancelled: nothing changes, nothing shows
-    EXPECT_EQ(banc.dialogues.filtres, QStringList({"Points avec valeur (*.ptv)|*.ptv|Points avec précisions "
+    EXPECT_EQ(banc.dialogues.filtres, std::vector<std::string>({"Points avec valeur (*.ptv)|*.ptv|Points avec précisions "
                                                    "(*.ptp)|*.ptp|Points au format DC (*.pts)|*.pts",
                                                    cas.filtreCible}));
     EXPECT_EQ(banc.reglages.FichierCible.Nom, "");
@@ -79,7 +79,7 @@ TEST(FenetrePrincipale, SourcePrecisionLeFiltreCibleChoisitLaConversion) {
     EXPECT_EQ(LireFichier(banc.Chemin(cas.cible)).has_value(), !cas.journal.empty()) << cas.index;
     if (cas.journal.empty()) continue;
     ASSERT_EQ(banc.boites.boites.size(), 1u);
-    EXPECT_EQ(banc.boites.boites[0].titre, QStringLiteral("Quillon"));
+    EXPECT_EQ(banc.boites.boites[0].titre, "Quillon");
     EXPECT_EQ(banc.boites.boites[0].texte, TexteBilan(0, 0, 0, 0));
     EXPECT_EQ(banc.fin.appels, 0);
   }
@@ -98,7 +98,7 @@ TEST(FenetrePrincipale, ErreurFataleMontreeUneFoisPuisFinDuProgramme) {
     if (cas.sourcePresente) EcrireFichier(banc.Chemin("s.ptp"), "");
     banc.Ouvrir("s.ptp", 2);
     banc.EnregistrerSous(cas.cible, 1);
-    const QString attendu = "Le fichier " + QString::fromStdString(banc.Chemin(cas.nomme)) + cas.suite;
+    const std::string attendu = "Le fichier " + banc.Chemin(cas.nomme) + cas.suite;
     ASSERT_EQ(banc.boites.boites.size(), 1u);
     EXPECT_TRUE(banc.boites.boites[0].fatale);
     EXPECT_EQ(banc.boites.boites[0].texte, attendu);

@@ -9,7 +9,7 @@
 
 #include "banc.h"
 #include "conversion/conversions.h"
-#include "ui/option_dialogs.h"
+#include "ui/qt/option_dialogs.h"
 
 namespace quillon::test {
 namespace {

@@ -13,16 +13,16 @@ QStringList FiltresQt(const QString& filtre);
 
 class DialoguesFichiersQt : public DialoguesFichiers {
  public:
-  std::optional<FichierChoisi> Ouvrir(QWidget* parent, const QString& titre, const QString& filtre,
+  std::optional<FichierChoisi> Ouvrir(Parent parent, const std::string& titre, const std::string& filtre,
                                       int indexFiltre) override;
-  std::optional<FichierChoisi> EnregistrerSous(QWidget* parent, const QString& titre, const QString& filtre,
+  std::optional<FichierChoisi> EnregistrerSous(Parent parent, const std::string& titre, const std::string& filtre,
                                                int indexFiltre) override;
 };
 
 class BoitesMessagesQt : public BoitesMessages {
  public:
-  void Message(QWidget* parent, const QString& titre, const QString& texte) override;
-  void ErreurFatale(QWidget* parent, const QString& texte) override;
+  void Message(Parent parent, const std::string& titre, const std::string& texte) override;
+  void ErreurFatale(Parent parent, const std::string& texte) override;
 };
 
 // Hides every window and leaves the event loop.

@@ -1,4 +1,4 @@
-#include "ui/windowed_mode.h"
+#include "ui/qt/windowed_mode.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -15,11 +15,11 @@
 #include "version.h"
 #include "io/encoding.h"
 #include "io/locale.h"
-#include "ui/app_icon.h"
-#include "ui/main_window.h"
+#include "ui/qt/app_icon.h"
+#include "ui/qt/main_window.h"
 #include "ui/registry.h"
-#include "ui/seams_qt.h"
-#include "ui/windowed_display.h"
+#include "ui/qt/seams_qt.h"
+#include "ui/window_logic.h"
 
 namespace quillon {
 namespace {
@@ -118,7 +118,7 @@ int ModeFenetre(int argc, char** argv, ReglagesExecution& reglages) {
   reglages.affichage = &affichage;
 
   frmQuillon fenetre(reglages, services);
-  affichage.DefinirParent(&fenetre);
+  affichage.DefinirParent(static_cast<QWidget*>(&fenetre));
   fenetre.show();
   application.exec();
   reglages.affichage = nullptr;

@@ -1,5 +1,5 @@
-// frmAPropos: names the program, its version and purpose, carries the
-// disclaimer, and starts the System Information tool.
+// frmAPropos on Qt, drawn from its form: names the program, its version and
+// purpose, carries the disclaimer, and starts the System Information tool.
 //
 // OK is both the default and the cancel button: Enter and Escape close the
 // box as it does. Closing unloads it, and the next showing loads it anew.
@@ -10,14 +10,6 @@
 #include "ui/seams.h"
 
 namespace quillon {
-
-// Starts the System Information tool where the registry says it is: the
-// program named by "PATH" under "SOFTWARE\Microsoft\Shared Tools\MSINFO" when
-// that value exists; otherwise "MSINFO32.EXE" in the folder named by "MSINFO"
-// under "SOFTWARE\Microsoft\Shared Tools Location", if the file is there.
-// When that gives no program, or the program does not start, one message box
-// says the tool is unavailable. The tool runs on its own; nothing waits.
-void StartSysInfo(Registre& registre, Programmes& programmes, BoitesMessages& messages, QWidget* parent);
 
 class frmAPropos : public QDialog {
   Q_OBJECT
@@ -32,7 +24,7 @@ class frmAPropos : public QDialog {
 
  public slots:
   void Form_Load();
-  void cmdOK_Click();
+  void cmdOK_Click() { close(); }
   void cmdSysInfo_Click();
 
  protected:

@@ -1,4 +1,4 @@
-#include "ui/form_layout.h"
+#include "ui/qt/form_layout.h"
 
 #include <climits>
 #include <cmath>

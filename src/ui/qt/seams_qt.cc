@@ -1,4 +1,6 @@
-#include "ui/seams_qt.h"
+#include "ui/qt/seams_qt.h"
+
+#include <string>
 
 #include <QApplication>
 #include <QByteArray>
@@ -9,17 +11,19 @@
 #include <QProcess>
 #include <QWidget>
 
+#include "ui/qt/main_window.h"
+
 namespace quillon {
 namespace {
 
 using DialogueQt = QString (*)(QWidget*, const QString&, const QString&, const QString&, QString*,
                                QFileDialog::Options);
 
-std::optional<FichierChoisi> Choisir(DialogueQt dialogue, QWidget* parent, const QString& titre,
-                                     const QString& filtre, int indexFiltre) {
-  const QStringList filtres = FiltresQt(filtre);
+std::optional<FichierChoisi> Choisir(DialogueQt dialogue, Parent parent, const std::string& titre,
+                                     const std::string& filtre, int indexFiltre) {
+  const QStringList filtres = FiltresQt(QString::fromStdString(filtre));
   QString selection = filtres.value(indexFiltre - 1);
-  const QString nom = dialogue(parent, titre, QString(), filtres.join(QStringLiteral(";;")), &selection,
+  const QString nom = dialogue(WidgetDe(parent), QString::fromStdString(titre), QString(), filtres.join(QStringLiteral(";;")), &selection,
                                QFileDialog::Options());
   if (nom.isEmpty()) return std::nullopt;
   const QByteArray octets = QFile::encodeName(nom);
@@ -28,7 +32,9 @@ std::optional<FichierChoisi> Choisir(DialogueQt dialogue, QWidget* parent, const
 }
 
 // The "\r\n" between the lines of a message, as a label shows line ends.
-QString TexteAffiche(QString texte) { return texte.replace(QStringLiteral("\r\n"), QStringLiteral("\n")); }
+QString TexteAffiche(const std::string& texte) {
+  return QString::fromStdString(texte).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+}
 
 }  // namespace
 
@@ -47,25 +53,26 @@ QStringList FiltresQt(const QString& filtre) {
   return filtres;
 }
 
-std::optional<FichierChoisi> DialoguesFichiersQt::Ouvrir(QWidget* parent, const QString& titre,
-                                                         const QString& filtre, int indexFiltre) {
+std::optional<FichierChoisi> DialoguesFichiersQt::Ouvrir(Parent parent, const std::string& titre,
+                                                         const std::string& filtre, int indexFiltre) {
   return Choisir(&QFileDialog::getOpenFileName, parent, titre, filtre, indexFiltre);
 }
 
-std::optional<FichierChoisi> DialoguesFichiersQt::EnregistrerSous(QWidget* parent, const QString& titre,
-                                                                  const QString& filtre, int indexFiltre) {
+std::optional<FichierChoisi> DialoguesFichiersQt::EnregistrerSous(Parent parent, const std::string& titre,
+                                                                  const std::string& filtre, int indexFiltre) {
   return Choisir(&QFileDialog::getSaveFileName, parent, titre, filtre, indexFiltre);
 }
 
-void BoitesMessagesQt::Message(QWidget* parent, const QString& titre, const QString& texte) {
-  QMessageBox boite(QMessageBox::NoIcon, titre, TexteAffiche(texte), QMessageBox::Ok, parent);
+void BoitesMessagesQt::Message(Parent parent, const std::string& titre, const std::string& texte) {
+  QMessageBox boite(QMessageBox::NoIcon, QString::fromStdString(titre), TexteAffiche(texte), QMessageBox::Ok,
+                    WidgetDe(parent));
   boite.setTextFormat(Qt::PlainText);
   boite.exec();
 }
 
-void BoitesMessagesQt::ErreurFatale(QWidget* parent, const QString& texte) {
+void BoitesMessagesQt::ErreurFatale(Parent parent, const std::string& texte) {
   QMessageBox boite(QMessageBox::Critical, QStringLiteral("Erreur fatale"), TexteAffiche(texte),
-                    QMessageBox::Ok, parent);
+                    QMessageBox::Ok, WidgetDe(parent));
   boite.setTextFormat(Qt::PlainText);
   boite.exec();
 }

@@ -1,0 +1,89 @@
+// What the windows look like, for every front end: captions, menus, file
+// filters, and the controls of the dialogs with their places in twips
+// (1/1440 inch). Texts are UTF-8.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+namespace quillon {
+
+// --- The main window --------------------------------------------------------
+
+inline constexpr std::string_view kTitreQuillon = "Convertir fichier de points aux formats KQ";
+inline constexpr int kLargeurQuillon = 7665;  // client area, below the menu bar
+inline constexpr int kHauteurQuillon = 3105;
+
+// The menu commands, as the front ends number them.
+enum class Commande { Aucune, Ouvrir, Fermer, EnregistrerSous, MettreEnPage, Imprimer, Quitter, APropos };
+
+// One entry of the menu bar, in display order: a top-level menu (niveau 0),
+// an entry under the last one (niveau 1), or a separator (texte "-"). No
+// caption has an access key, no entry a shortcut.
+struct EntreeMenu {
+  std::string_view nom;
+  std::string_view texte;
+  int niveau;
+  bool actifAuDepart;
+  Commande commande;
+};
+
+std::span<const EntreeMenu> MenusQuillon();
+
+inline constexpr std::string_view kTitreOuvrir = "Ouvrir un fichier points";
+inline constexpr std::string_view kTitreEnregistrerSous = "Enregistrer le fichier de points sous";
+inline constexpr std::string_view kFiltreOuvrir =
+    "Points avec valeur (*.ptv)|*.ptv|Points avec précisions (*.ptp)|*.ptp|Points au format DC (*.pts)|*.pts";
+inline constexpr std::string_view kFiltreVersPrecFiab = "Points avec précision (*.ptp)|*.ptp";
+inline constexpr std::string_view kFiltreDepuisPrecFiab =
+    "Points avec valeur (*.ptv)|*.ptv|Points au format MD01 (*.ptm)|*.ptm";
+inline constexpr std::string_view kFiltreVersValeur = "Points avec valeur (*.ptv)|*.ptv";
+
+// --- Dialogs ---------------------------------------------------------------
+
+enum class GenreControle { Etiquette, Liste, Bouton, Image };
+
+// A control at its place in twips. A list's height is the one its entries
+// need (hauteur 0).
+struct Controle {
+  std::string_view nom;
+  GenreControle genre;
+  std::string_view texte;
+  int gauche, haut, largeur, hauteur;
+};
+
+// A fixed-size dialog: its caption, its client area in twips, and its
+// controls in tab order.
+struct Formulaire {
+  std::string_view nom;
+  std::string_view titre;
+  int largeur, hauteur;
+  std::span<const Controle> controles;
+};
+
+// The two option dialogs, whose controls come in tab order: Convertir,
+// Abandonner, then the lists from top to bottom, each list's label with it.
+const Formulaire& FormulaireValPrecFiab();
+const Formulaire& FormulaireDCVal();
+
+// The entries of a dialog's list, by its name: the scales of "lstEchelle",
+// the theme groups of "lstTheme".
+std::span<const std::string_view> EntreesListe(std::string_view nom);
+
+// The about box; its labels' texts are set when it loads (TexteAPropos).
+const Formulaire& FormulaireAPropos();
+
+// The text the about box's control `nom` shows once loaded, its caption for
+// "frmAPropos"; empty for a control without text.
+std::string_view TexteAPropos(std::string_view nom);
+
+// The etched rule of the about box, in twips: a grey line (808080) and a
+// white one, two wide, just below it.
+struct Regle {
+  int gaucheGris, gaucheBlanc, fin, hautGris, hautBlanc;
+};
+inline constexpr Regle kRegleAPropos = {90, 105, 5654, 2445, 2460};
+
+inline constexpr std::string_view kMessageSysInfoIndisponible = "System Information Is Unavailable At This Time";
+
+}  // namespace quillon

@@ -1,0 +1,68 @@
+// frmQuillon on Qt: the main window's menus, drawn from the menu table and
+// handed to the window logic.
+#pragma once
+
+#include <map>
+#include <string_view>
+
+#include <QMainWindow>
+
+#include "conversion/run_settings.h"
+#include "ui/seams.h"
+#include "ui/window_logic.h"
+
+class QAction;
+
+namespace quillon {
+
+class DialogueOptions;
+class frmAPropos;
+class frmConvertirPtDCEnPtVal;
+class frmConvertirPtValEnPtPrecFiab;
+
+class frmQuillon : public QMainWindow, private VueQuillon {
+  Q_OBJECT
+
+ public:
+  frmQuillon(ReglagesExecution& reglages, Services& services, QWidget* parent = nullptr);
+  ~frmQuillon() override;
+
+  LogiqueQuillon& Logique() { return logique_; }
+  // The dialogs, once the window has shown them (null before).
+  frmConvertirPtValEnPtPrecFiab* DialogueValPrecFiab() const { return dlgValPrecFiab_; }
+  frmConvertirPtDCEnPtVal* DialogueDCVal() const { return dlgDCVal_; }
+  frmAPropos* BoiteAPropos() const { return aPropos_; }
+
+ public slots:
+  void mnuOuvrir_Click() { logique_.mnuOuvrir_Click(); }
+  void mnuFermer_Click() { logique_.mnuFermer_Click(); }
+  void mnuEnregistrerSous_Click() { logique_.mnuEnregistrerSous_Click(); }
+  void mnuQuitter_Click() { logique_.mnuQuitter_Click(); }
+  void mnuAPropos_Click() { logique_.mnuAPropos_Click(); }
+
+ protected:
+  void closeEvent(QCloseEvent* evenement) override;
+
+ private:
+  Parent Fenetre() override { return static_cast<QWidget*>(this); }
+  void ActiverMenusFichier(bool actifs) override;
+  void MontrerDialogue(LogiqueOptions& dialogue) override;
+  void MontrerAPropos() override;
+
+  Services& services_;
+  LogiqueQuillon logique_;
+  std::map<std::string_view, QAction*> entrees_;
+  frmConvertirPtValEnPtPrecFiab* dlgValPrecFiab_ = nullptr;
+  frmConvertirPtDCEnPtVal* dlgDCVal_ = nullptr;
+  frmAPropos* aPropos_ = nullptr;
+};
+
+// The QWidget behind a window logic's parent.
+inline QWidget* WidgetDe(Parent parent) { return static_cast<QWidget*>(parent); }
+
+// A UTF-8 text of the window logic, for Qt.
+inline QString TexteQt(std::string_view texte) {
+  return QString::fromUtf8(texte.data(), static_cast<qsizetype>(texte.size()));
+}
+
+}  // namespace quillon
