@@ -2,7 +2,7 @@
 // when it is given no argument.
 #include "conversion/run_settings.h"
 #include "io/temporary_files.h"
-#include "ui/qt/windowed_mode.h"
+#include "ui/windowed_mode.h"
 
 int main(int argc, char** argv) {
   // A conversion cut short by a signal leaves no temporary file behind.

@@ -45,9 +45,10 @@ inline constexpr int32_t kGroupeOD = 3;
 
 // The words that name the scales and the theme groups, in the order of the
 // scale classes 1 to 6 and of the groups CS and OD: the console's words and
-// the entries of the option dialogs' lists.
-inline constexpr std::array<std::string_view, 6> kMotsEchelle = {"250", "500", "1000", "2000", "4000", "5000"};
-inline constexpr std::array<std::string_view, 2> kMotsTheme = {"CS", "OD"};
+// the entries of the option dialogs' lists. (Not inline: mingw's linker
+// warns about inline variables under link-time optimisation.)
+constexpr std::array<std::string_view, 6> kMotsEchelle = {"250", "500", "1000", "2000", "4000", "5000"};
+constexpr std::array<std::string_view, 2> kMotsTheme = {"CS", "OD"};
 
 // The scale class of a scale word, character for character; 0 for any
 // other word.

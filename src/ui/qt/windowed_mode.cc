@@ -1,4 +1,4 @@
-#include "ui/qt/windowed_mode.h"
+#include "ui/windowed_mode.h"
 
 #include <cstdio>
 #include <cstdlib>

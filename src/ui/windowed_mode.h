@@ -1,6 +1,7 @@
 // Windowed mode: the program started without arguments shows its main
 // window and runs until the user quits. Nothing is written to standard
-// output.
+// output. Each front end has its own: Qt's (qt/windowed_mode.cc), Win32's
+// (win32/windowed_mode.cc).
 #pragma once
 
 #include "conversion/run_settings.h"

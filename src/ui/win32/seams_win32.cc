@@ -1,0 +1,102 @@
+#include "ui/win32/seams_win32.h"
+
+#include <windows.h>
+#include <commdlg.h>
+
+#include <vector>
+
+#include "ui/win32/win32_util.h"
+
+namespace quillon::win32 {
+namespace {
+
+// "Desc|*.a|Desc 2|*.b" as the common dialogs take it: each piece ended by
+// a NUL, the whole by a second one.
+std::wstring FiltreWin32(const std::string& filtre) {
+  std::wstring texte = Large(filtre);
+  for (wchar_t& c : texte) {
+    if (c == L'|') c = L'\0';
+  }
+  texte.push_back(L'\0');
+  texte.push_back(L'\0');
+  return texte;
+}
+
+std::optional<FichierChoisi> Choisir(bool ouvrir, Parent parent, const std::string& titre,
+                                     const std::string& filtre, int indexFiltre) {
+  const std::wstring filtres = FiltreWin32(filtre);
+  const std::wstring legende = Large(titre);
+  std::vector<wchar_t> nom(32768, L'\0');
+  OPENFILENAMEW dialogue{};
+  dialogue.lStructSize = sizeof dialogue;
+  dialogue.hwndOwner = static_cast<HWND>(parent);
+  dialogue.lpstrFilter = filtres.c_str();
+  dialogue.nFilterIndex = static_cast<DWORD>(indexFiltre);
+  dialogue.lpstrFile = nom.data();
+  dialogue.nMaxFile = static_cast<DWORD>(nom.size());
+  dialogue.lpstrTitle = legende.c_str();
+  // Beyond the title, the filter and its index, the dialogs ask nothing of
+  // the file: an existing target is replaced by the run, a missing source is
+  // the run's fatal error.
+  dialogue.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
+  const BOOL confirme = ouvrir ? ::GetOpenFileNameW(&dialogue) : ::GetSaveFileNameW(&dialogue);
+  if (!confirme) return std::nullopt;
+  return FichierChoisi{Utf8(nom.data()), static_cast<int>(dialogue.nFilterIndex)};
+}
+
+}  // namespace
+
+std::optional<FichierChoisi> DialoguesFichiersWin32::Ouvrir(Parent parent, const std::string& titre,
+                                                            const std::string& filtre, int indexFiltre) {
+  return Choisir(true, parent, titre, filtre, indexFiltre);
+}
+
+std::optional<FichierChoisi> DialoguesFichiersWin32::EnregistrerSous(Parent parent, const std::string& titre,
+                                                                     const std::string& filtre, int indexFiltre) {
+  return Choisir(false, parent, titre, filtre, indexFiltre);
+}
+
+void BoitesMessagesWin32::Message(Parent parent, const std::string& titre, const std::string& texte) {
+  ::MessageBoxW(static_cast<HWND>(parent), Large(texte).c_str(), Large(titre).c_str(), MB_OK);
+}
+
+void BoitesMessagesWin32::ErreurFatale(Parent parent, const std::string& texte) {
+  ::MessageBoxW(static_cast<HWND>(parent), Large(texte).c_str(), L"Erreur fatale", MB_OK | MB_ICONERROR);
+}
+
+void FinProgrammeWin32::Terminer() {
+  // Every top-level window of this thread: the main window, its dialogs.
+  ::EnumThreadWindows(
+      ::GetCurrentThreadId(),
+      [](HWND fenetre, LPARAM) -> BOOL {
+        ::ShowWindow(fenetre, SW_HIDE);
+        return TRUE;
+      },
+      0);
+  ::PostQuitMessage(0);
+}
+
+bool ProgrammesWin32::FichierExiste(const std::string& chemin) {
+  const DWORD attributs = ::GetFileAttributesW(Large(chemin).c_str());
+  return attributs != INVALID_FILE_ATTRIBUTES && (attributs & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+bool ProgrammesWin32::Demarrer(const std::string& chemin) {
+  if (chemin.empty()) return false;
+  // In a normal window with the focus, without waiting for it.
+  std::wstring ligne = L"\"" + Large(chemin) + L"\"";
+  STARTUPINFOW demarrage{};
+  demarrage.cb = sizeof demarrage;
+  demarrage.dwFlags = STARTF_USESHOWWINDOW;
+  demarrage.wShowWindow = SW_SHOWNORMAL;
+  PROCESS_INFORMATION processus{};
+  if (!::CreateProcessW(Large(chemin).c_str(), ligne.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                        &demarrage, &processus)) {
+    return false;
+  }
+  ::CloseHandle(processus.hThread);
+  ::CloseHandle(processus.hProcess);
+  return true;
+}
+
+}  // namespace quillon::win32

@@ -1,0 +1,36 @@
+// The platform behind the windows' interfaces, through the Win32 API: the
+// common file dialogs, message boxes, the end of the message loop, files
+// and programs.
+#pragma once
+
+#include "ui/seams.h"
+
+namespace quillon::win32 {
+
+class DialoguesFichiersWin32 : public DialoguesFichiers {
+ public:
+  std::optional<FichierChoisi> Ouvrir(Parent parent, const std::string& titre, const std::string& filtre,
+                                      int indexFiltre) override;
+  std::optional<FichierChoisi> EnregistrerSous(Parent parent, const std::string& titre, const std::string& filtre,
+                                               int indexFiltre) override;
+};
+
+class BoitesMessagesWin32 : public BoitesMessages {
+ public:
+  void Message(Parent parent, const std::string& titre, const std::string& texte) override;
+  void ErreurFatale(Parent parent, const std::string& texte) override;
+};
+
+// Destroys every window of the program's thread and leaves the message loop.
+class FinProgrammeWin32 : public FinProgramme {
+ public:
+  void Terminer() override;
+};
+
+class ProgrammesWin32 : public Programmes {
+ public:
+  bool FichierExiste(const std::string& chemin) override;
+  bool Demarrer(const std::string& chemin) override;
+};
+
+}  // namespace quillon::win32
