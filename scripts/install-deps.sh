@@ -10,7 +10,7 @@ set -eu
 paquets="g++ make cmake libgtest-dev libgmock-dev qt6-base-dev nlohmann-json3-dev locales"
 case "${1:-}" in
   fuzz) paquets="$paquets clang libclang-rt-14-dev" ;;
-  windows) paquets="$paquets g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix googletest wine wine64" ;;
+  windows) paquets="$paquets g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix googletest wine wine64 xvfb xdotool" ;;
 esac
 
 manquants=""

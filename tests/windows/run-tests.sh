@@ -6,7 +6,11 @@
 #   against quillon.exe, driven by the Linux e2e program; the cases that
 #   cannot apply on Windows are listed with their reasons in
 #   tests/windows/exclus;
+# - the windowed mode: quillon.exe without arguments shows the main window
+#   (smoke-windowed.sh); the windows themselves are driven by the unit
+#   tests (tests/win32_windows_test.cc);
 # - the batch tests (tests/batch_test.cc) against quillon-lot.exe.
+# Everything runs on a virtual X display of its own.
 # One wineserver is kept alive for the whole run, in a wine prefix of the
 # build's own; wine's debug output is silenced. The i686 build's tests run
 # only where a 32-bit wine is installed.
@@ -18,13 +22,32 @@ win32="$(cd "$3" && pwd)"
 export WINEDEBUG=-all
 export WINEPREFIX="$win64/wine-prefix"
 export WINEARCH=win64
+# The windows need a display: a virtual one of our own (Xvfb), on a free
+# number, for the whole run.
+xvfb=""
+n=70
+while [ -e "/tmp/.X$n-lock" ] || [ -e "/tmp/.X11-unix/X$n" ]; do n=$((n + 1)); done
+Xvfb ":$n" -screen 0 1024x768x24 -nolisten tcp >/dev/null 2>&1 &
+xvfb=$!
+export DISPLAY=":$n"
+unset WAYLAND_DISPLAY
+essais=0
+until xdotool getdisplaygeometry >/dev/null 2>&1; do
+  essais=$((essais + 1))
+  [ "$essais" -lt 100 ] || { echo "test-windows: Xvfb did not start" >&2; exit 1; }
+  sleep 0.1
+done
 # The server in the background, its output away from ours.
 wineserver -p </dev/null >/dev/null 2>&1 || true
-trap 'wineserver -k 2>/dev/null || true' EXIT
+trap 'wineserver -k 2>/dev/null || true; kill "$xvfb" 2>/dev/null || true' EXIT
 if [ ! -f "$WINEPREFIX/.quillon-pret" ]; then
   echo "test-windows: creating the wine prefix $WINEPREFIX"
   wineboot -i </dev/null >/dev/null 2>&1
   touch "$WINEPREFIX/.quillon-pret"
+else
+  # Wine's own services started here, their output away from ours: started
+  # by the first test instead, they would keep CTest's pipes open.
+  wineboot </dev/null >/dev/null 2>&1 || true
 fi
 
 # sous_wine NAME BUILD: unit tests, then the e2e cases, of one build.
@@ -40,6 +63,8 @@ sous_wine() {
   fin=$(date +%s%N)
   cas=$(ls -d "$(dirname "$0")/../e2e"/*/ | wc -l)
   echo "test-windows: $nom: $((cas + 3)) cases in $(((fin - debut) / 1000000)) ms"
+  echo "test-windows: $nom windowed mode: quillon.exe without arguments"
+  "$(dirname "$0")/smoke-windowed.sh" "$build/quillon.exe"
   echo "test-windows: $nom batch tests against quillon-lot.exe"
   QUILLON_EXE_WINDOWS="$build/quillon.exe" QUILLON_LANCEUR="$build/tests/quillon_lanceur.exe" \
     QUILLON_LOT_EXE_WINDOWS="$build/quillon-lot.exe" "$linux/tests/quillon_lot_tests" --gtest_brief=1
