@@ -64,15 +64,18 @@ void BoitesMessagesWin32::ErreurFatale(Parent parent, const std::string& texte) 
   ::MessageBoxW(static_cast<HWND>(parent), Large(texte).c_str(), L"Erreur fatale", MB_OK | MB_ICONERROR);
 }
 
+namespace {
+
+BOOL CALLBACK Cacher(HWND fenetre, LPARAM) {
+  ::ShowWindow(fenetre, SW_HIDE);
+  return TRUE;
+}
+
+}  // namespace
+
 void FinProgrammeWin32::Terminer() {
   // Every top-level window of this thread: the main window, its dialogs.
-  ::EnumThreadWindows(
-      ::GetCurrentThreadId(),
-      [](HWND fenetre, LPARAM) -> BOOL {
-        ::ShowWindow(fenetre, SW_HIDE);
-        return TRUE;
-      },
-      0);
+  ::EnumThreadWindows(::GetCurrentThreadId(), Cacher, 0);
   ::PostQuitMessage(0);
 }
 
