@@ -68,12 +68,6 @@ int main(int argc, char** argv) {
   std::printf("%ld %ld %ld %ld\n", rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top);
   std::fflush(stdout);
 
-  MSG message;
-  while (::GetMessageW(&message, nullptr, 0, 0) > 0) {
-    const HWND actif = ::GetActiveWindow();
-    if (actif != nullptr && actif != fenetre.Handle() && ::IsDialogMessageW(actif, &message)) continue;
-    ::TranslateMessage(&message);
-    ::DispatchMessageW(&message);
-  }
+  quillon::win32::BoucleMessages(fenetre.Handle());
   return 0;
 }

@@ -8,7 +8,7 @@
 
 namespace quillon::win32 {
 
-class AProposWin32 : public FenetreWin32 {
+class AProposWin32 : public FormulaireWin32 {
  public:
   AProposWin32(Services& services, HWND proprietaire);
   ~AProposWin32() override;
@@ -16,7 +16,6 @@ class AProposWin32 : public FenetreWin32 {
   // Loads the box (always anew: every close unloads it) and shows it
   // without waiting for it.
   void Afficher();
-  HWND Controle(std::string_view nom) const;
 
  protected:
   LRESULT Traiter(UINT message, WPARAM wparam, LPARAM lparam) override;
@@ -27,11 +26,8 @@ class AProposWin32 : public FenetreWin32 {
   void Liberer();
 
   Services& services_;
-  HWND proprietaire_;
-  HFONT police_ = nullptr;
   HFONT grande_ = nullptr;
   HICON icone_ = nullptr;
-  UINT dpi_ = 96;
 };
 
 }  // namespace quillon::win32

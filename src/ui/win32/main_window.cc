@@ -88,12 +88,7 @@ LRESULT FenetreQuillonWin32::Traiter(UINT message, WPARAM wparam, LPARAM lparam)
       }
       return 0;
     case WM_CLOSE: logique_.Form_Unload(); return 0;
-    case WM_DPICHANGED: {
-      const RECT* propose = reinterpret_cast<const RECT*>(lparam);
-      ::SetWindowPos(Handle(), nullptr, propose->left, propose->top, propose->right - propose->left,
-                     propose->bottom - propose->top, SWP_NOZORDER | SWP_NOACTIVATE);
-      return 0;
-    }
+    case WM_DPICHANGED: AppliquerRectPropose(Handle(), lparam); return 0;
     default: return FenetreWin32::Traiter(message, wparam, lparam);
   }
 }

@@ -5,12 +5,6 @@
 #include "ui/win32/win32_util.h"
 
 namespace quillon::win32 {
-namespace {
-
-constexpr DWORD kStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
-constexpr DWORD kStyleEtendu = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
-
-}  // namespace
 
 LRESULT BoutonParDefaut(HWND fenetre, int idSinon) {
   const HWND focus = ::GetFocus();
@@ -22,32 +16,11 @@ LRESULT BoutonParDefaut(HWND fenetre, int idSinon) {
 }
 
 DialogueOptionsWin32::DialogueOptionsWin32(LogiqueOptions& logique, HWND proprietaire)
-    : logique_(logique), proprietaire_(proprietaire) {}
-
-DialogueOptionsWin32::~DialogueOptionsWin32() {
-  if (police_ != nullptr) ::DeleteObject(police_);
-}
-
-HWND DialogueOptionsWin32::Controle(std::string_view nom) const {
-  const int index = IndexControle(logique_.Forme(), nom);
-  return Handle() != nullptr && index >= 0 ? ::GetDlgItem(Handle(), IdControle(static_cast<std::size_t>(index)))
-                                           : nullptr;
-}
+    : FormulaireWin32(logique.Forme(), proprietaire), logique_(logique) {}
 
 void DialogueOptionsWin32::Afficher() {
   if (Handle() == nullptr || !logique_.Charge()) {
-    if (Handle() == nullptr) {
-      const Formulaire& forme = logique_.Forme();
-      if (!Creer(kStyle, kStyleEtendu, Large(forme.titre).c_str(), proprietaire_, nullptr)) return;
-      dpi_ = DpiFenetre(proprietaire_ != nullptr ? proprietaire_ : Handle());
-      police_ = CreerPolice(dpi_);
-      const SIZE taille = TailleFenetre(forme.largeur, forme.hauteur, kStyle, kStyleEtendu, false, dpi_);
-      RECT proprio{};
-      ::GetWindowRect(proprietaire_, &proprio);
-      ::SetWindowPos(Handle(), nullptr, proprio.left + 40, proprio.top + 60, taille.cx, taille.cy,
-                     SWP_NOZORDER | SWP_NOACTIVATE);
-      CreerControles(Handle(), forme, police_, dpi_);
-    }
+    if (Handle() == nullptr && !CreerFormulaire(logique_.Forme().titre, POINT{40, 60})) return;
     Form_Load();
   }
   ::ShowWindow(Handle(), SW_SHOW);
@@ -100,17 +73,7 @@ LRESULT DialogueOptionsWin32::Traiter(UINT message, WPARAM wparam, LPARAM lparam
       logique_.Form_Unload();
       ::DestroyWindow(Handle());
       return 0;
-    case WM_DPICHANGED: {
-      dpi_ = HIWORD(wparam);
-      if (police_ != nullptr) ::DeleteObject(police_);
-      police_ = CreerPolice(dpi_);
-      PlacerControles(Handle(), logique_.Forme(), police_, dpi_);
-      const RECT* propose = reinterpret_cast<const RECT*>(lparam);
-      ::SetWindowPos(Handle(), nullptr, propose->left, propose->top, propose->right - propose->left,
-                     propose->bottom - propose->top, SWP_NOZORDER | SWP_NOACTIVATE);
-      return 0;
-    }
-    default: return FenetreWin32::Traiter(message, wparam, lparam);
+    default: return FormulaireWin32::Traiter(message, wparam, lparam);
   }
 }
 

@@ -11,18 +11,15 @@
 
 namespace quillon::win32 {
 
-class DialogueOptionsWin32 : public FenetreWin32 {
+class DialogueOptionsWin32 : public FormulaireWin32 {
  public:
   DialogueOptionsWin32(LogiqueOptions& logique, HWND proprietaire);
-  ~DialogueOptionsWin32() override;
 
   // Shows the dialog without waiting for it, in front: created and loaded
   // first when it is not loaded (the first time, and after a title-bar
   // close).
   void Afficher();
   LogiqueOptions& Logique() { return logique_; }
-  // A control by its name in the form, or null.
-  HWND Controle(std::string_view nom) const;
 
  protected:
   LRESULT Traiter(UINT message, WPARAM wparam, LPARAM lparam) override;
@@ -32,9 +29,6 @@ class DialogueOptionsWin32 : public FenetreWin32 {
   void Cliquer(int id);
 
   LogiqueOptions& logique_;
-  HWND proprietaire_;
-  HFONT police_ = nullptr;
-  UINT dpi_ = 96;
 };
 
 // Enter on a focused push button clicks it, as the dialog manager expects

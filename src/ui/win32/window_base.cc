@@ -1,5 +1,7 @@
 #include "ui/win32/window_base.h"
 
+#include "ui/win32/win32_util.h"
+
 namespace quillon::win32 {
 namespace {
 
@@ -62,6 +64,68 @@ LRESULT CALLBACK FenetreWin32::Procedure(HWND hwnd, UINT message, WPARAM wparam,
     return resultat;
   }
   return fenetre->Traiter(message, wparam, lparam);
+}
+
+// --- Forms -------------------------------------------------------------------
+
+namespace {
+
+constexpr DWORD kStyleFormulaire = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
+constexpr DWORD kStyleEtenduFormulaire = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
+
+}  // namespace
+
+FormulaireWin32::~FormulaireWin32() {
+  if (police_ != nullptr) ::DeleteObject(police_);
+}
+
+HWND FormulaireWin32::Controle(std::string_view nom) const {
+  const int index = IndexControle(forme_, nom);
+  return Handle() != nullptr && index >= 0 ? ::GetDlgItem(Handle(), IdControle(static_cast<std::size_t>(index)))
+                                           : nullptr;
+}
+
+bool FormulaireWin32::CreerFormulaire(std::string_view titre, POINT decalage) {
+  if (!Creer(kStyleFormulaire, kStyleEtenduFormulaire, Large(titre).c_str(), proprietaire_, nullptr)) return false;
+  dpi_ = DpiFenetre(proprietaire_ != nullptr ? proprietaire_ : Handle());
+  if (police_ != nullptr) ::DeleteObject(police_);
+  police_ = CreerPolice(dpi_);
+  const SIZE taille =
+      TailleFenetre(forme_.largeur, forme_.hauteur, kStyleFormulaire, kStyleEtenduFormulaire, false, dpi_);
+  RECT proprio{};
+  ::GetWindowRect(proprietaire_, &proprio);
+  ::SetWindowPos(Handle(), nullptr, proprio.left + decalage.x, proprio.top + decalage.y, taille.cx, taille.cy,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+  CreerControles(Handle(), forme_, police_, dpi_);
+  return true;
+}
+
+LRESULT FormulaireWin32::Traiter(UINT message, WPARAM wparam, LPARAM lparam) {
+  if (message == WM_DPICHANGED) {
+    dpi_ = HIWORD(wparam);
+    if (police_ != nullptr) ::DeleteObject(police_);
+    police_ = CreerPolice(dpi_);
+    PlacerControles(Handle(), forme_, police_, dpi_);
+    AppliquerRectPropose(Handle(), lparam);
+    return 0;
+  }
+  return FenetreWin32::Traiter(message, wparam, lparam);
+}
+
+void AppliquerRectPropose(HWND fenetre, LPARAM lparam) {
+  const RECT* propose = reinterpret_cast<const RECT*>(lparam);
+  ::SetWindowPos(fenetre, nullptr, propose->left, propose->top, propose->right - propose->left,
+                 propose->bottom - propose->top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void BoucleMessages(HWND principale) {
+  MSG message;
+  while (::GetMessageW(&message, nullptr, 0, 0) > 0) {
+    const HWND actif = ::GetActiveWindow();
+    if (actif != nullptr && actif != principale && ::IsDialogMessageW(actif, &message)) continue;
+    ::TranslateMessage(&message);
+    ::DispatchMessageW(&message);
+  }
 }
 
 }  // namespace quillon::win32

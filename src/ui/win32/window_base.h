@@ -4,6 +4,10 @@
 
 #include <windows.h>
 
+#include <string_view>
+
+#include "ui/forms.h"
+
 namespace quillon::win32 {
 
 class FenetreWin32 {
@@ -27,5 +31,39 @@ class FenetreWin32 {
   static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam);
   HWND hwnd_ = nullptr;
 };
+
+// A fixed-size dialog window drawn from a form: caption and close button,
+// no minimize or maximize button, owned by the main window (so no task-bar
+// entry), its controls in the form's order and places at the DPI of the
+// monitor, placed again when the DPI changes.
+class FormulaireWin32 : public FenetreWin32 {
+ public:
+  ~FormulaireWin32() override;
+  // A control by its name in the form, or null.
+  HWND Controle(std::string_view nom) const;
+
+ protected:
+  FormulaireWin32(const Formulaire& forme, HWND proprietaire) : forme_(forme), proprietaire_(proprietaire) {}
+  // Creates the window and its controls, hidden, `decalage` pixels from the
+  // owner's corner.
+  bool CreerFormulaire(std::string_view titre, POINT decalage);
+  LRESULT Traiter(UINT message, WPARAM wparam, LPARAM lparam) override;
+  UINT Dpi() const { return dpi_; }
+  HFONT Police() const { return police_; }
+
+ private:
+  const Formulaire& forme_;
+  HWND proprietaire_;
+  HFONT police_ = nullptr;
+  UINT dpi_ = 96;
+};
+
+// Moves and sizes the window to the rectangle that WM_DPICHANGED proposes.
+void AppliquerRectPropose(HWND fenetre, LPARAM lparam);
+
+// The program's message loop: the active dialog, not the main window, takes
+// Tab, Enter and Escape as the dialog manager does. Returns when the
+// program's end is asked.
+void BoucleMessages(HWND principale);
 
 }  // namespace quillon::win32

@@ -29,13 +29,7 @@ int ModeFenetre(int, char**, ReglagesExecution& reglages) {
   ::ShowWindow(fenetre.Handle(), SW_SHOWNORMAL);
   ::UpdateWindow(fenetre.Handle());
 
-  MSG message;
-  while (::GetMessageW(&message, nullptr, 0, 0) > 0) {
-    const HWND actif = ::GetActiveWindow();
-    if (actif != nullptr && actif != fenetre.Handle() && ::IsDialogMessageW(actif, &message)) continue;
-    ::TranslateMessage(&message);
-    ::DispatchMessageW(&message);
-  }
+  win32::BoucleMessages(fenetre.Handle());
   reglages.affichage = nullptr;
   // The program ends the same way whatever happened.
   return 0;
