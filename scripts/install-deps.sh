@@ -5,12 +5,17 @@
 #   scripts/install-deps.sh fuzz     clang and its fuzzing runtime as well
 #   scripts/install-deps.sh windows  mingw-w64, GoogleTest's sources and wine
 #                                    as well, for the Windows build's tests
+#   scripts/install-deps.sh package  the packaging tools as well: CPack's
+#                                    dpkg-shlibdeps, lintian, the desktop and
+#                                    AppStream validators, makensis, zip
 set -eu
 
-paquets="g++ make cmake libgtest-dev libgmock-dev qt6-base-dev nlohmann-json3-dev locales"
+# scdoc turns the manual pages into roff; man-db's man and lexgrog check them.
+paquets="g++ make cmake libgtest-dev libgmock-dev qt6-base-dev nlohmann-json3-dev locales scdoc man-db"
 case "${1:-}" in
   fuzz) paquets="$paquets clang libclang-rt-14-dev" ;;
   windows) paquets="$paquets g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix googletest wine wine64 xvfb xdotool" ;;
+  package) paquets="$paquets dpkg-dev file lintian desktop-file-utils appstream nsis zip unzip binutils" ;;
 esac
 
 manquants=""
