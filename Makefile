@@ -1,9 +1,11 @@
 # Quillon: make demo | make test | make bench | make fuzz [FUZZ_RUNS=N] | make sanitize
 #          make windows | make test-windows
+#          make package | make check-packages | make package-windows | make check-packages-windows
 BUILD ?= build
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 
-.PHONY: all deps build demo test bench fuzz sanitize windows test-windows clean
+.PHONY: all deps build demo test bench fuzz sanitize windows test-windows clean \
+  package check-packages package-windows check-packages-windows
 
 all: build
 
@@ -71,5 +73,27 @@ test-windows: windows
 	@cmake --build $(BUILD) -j $(JOBS) --target quillon_e2e_tests quillon_lot_tests
 	@tests/windows/run-tests.sh $(BUILD) $(BUILD)-win64 $(BUILD)-win32
 
+# The Debian packages of the build, quillon (the command-line programs) and
+# quillon-fenetres (the windowed program), in $(BUILD)/paquets.
+package: build
+	@scripts/install-deps.sh package
+	@cd $(BUILD) && { cpack -G DEB >paquets.log 2>&1 || { cat paquets.log; exit 1; }; } && ls -l paquets/*.deb
+
+# The packages' fields, files and programs once extracted; lintian, the
+# desktop entry and the AppStream metainfo.
+check-packages: package
+	@scripts/check-packages.sh deb $(BUILD)
+
+# The Windows zips (both builds) and installer (x86-64), in $(BUILD)-windows.
+package-windows: windows
+	@scripts/install-deps.sh package
+	@packaging/windows/package.sh $(BUILD)-win64 $(BUILD)-win32 $(BUILD)-windows
+
+# The installer under wine: silent install, a conversion, uninstall.
+check-packages-windows: package-windows
+	@test -f $(BUILD)/CMakeCache.txt || cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=Release -DQUILLON_PGO= >/dev/null
+	@cmake --build $(BUILD) -j $(JOBS) --target quillon
+	@scripts/check-packages.sh windows $(BUILD)-windows $(BUILD)
+
 clean:
-	rm -rf $(BUILD) $(BUILD)-pgo $(BUILD)-asan $(BUILD)-fuzz $(BUILD)-win64 $(BUILD)-win32
+	rm -rf $(BUILD) $(BUILD)-pgo $(BUILD)-asan $(BUILD)-fuzz $(BUILD)-win64 $(BUILD)-win32 $(BUILD)-windows
