@@ -18,7 +18,7 @@
 set -eu
 projet=$(cd "$(dirname "$0")/.." && pwd)
 
-tmp=$(mktemp -d "${TMPDIR:-/tmp}/quillon-paquets.XXXXXX")
+tmp=$(mktemp -d -t quillon-paquets.XXXXXX)
 nettoyer() { rm -rf "$tmp"; }
 trap nettoyer EXIT
 

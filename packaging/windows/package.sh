@@ -18,7 +18,7 @@ sortie=$(cd "$3" && pwd)
 version=$(sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' "$1/CMakeCache.txt")
 [ -n "$version" ] || { echo "package-windows: no version in $1/CMakeCache.txt" >&2; exit 1; }
 
-tmp=$(mktemp -d "${TMPDIR:-/tmp}/quillon-windows.XXXXXX")
+tmp=$(mktemp -d -t quillon-windows.XXXXXX)
 trap 'rm -rf "$tmp"' EXIT
 
 for build in "$1:64" "$2:32"; do

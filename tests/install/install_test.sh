@@ -11,7 +11,7 @@
 set -eu
 cmake=$1 build=$2 projet=$3 fenetres=$4 man=$5
 
-tmp=$(mktemp -d "${TMPDIR:-/tmp}/quillon-installation.XXXXXX")
+tmp=$(mktemp -d -t quillon-installation.XXXXXX)
 trap 'rm -rf "$tmp"' EXIT
 racine=$tmp/racine
 DESTDIR=$racine "$cmake" --install "$build" --prefix /usr >"$tmp/install.txt"
