@@ -101,6 +101,8 @@ int ModeFenetre(int argc, char** argv, ReglagesExecution& reglages) {
   gProgramme = nullptr;
 
   QApplication::setApplicationName(QString::fromUtf8(kTitreApplication));
+  // The desktop entry the windows belong to, for the task bar under Wayland.
+  QGuiApplication::setDesktopFileName(QStringLiteral("ch.quillon.Quillon"));
   QApplication::setWindowIcon(QIcon(IconeApplication()));
   // The standard dialogs speak the user's language, as the platform's own do.
   QTranslator traductionQt;
