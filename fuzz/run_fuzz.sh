@@ -78,6 +78,11 @@ for cible in "${cibles[@]}"; do
   esac
 done
 
+# AddressSanitizer's allocator gives freed memory back to the system now
+# and then; on a loaded machine that call alone has outlasted libFuzzer's
+# 10-second timeout and been reported as a slow input. It keeps it instead.
+export ASAN_OPTIONS="${ASAN_OPTIONS:-allocator_release_to_os_interval_ms=-1}"
+
 # lancer TARGET: replays the regressions, then fuzzes for $secondes.
 lancer() {
   local cible="$1"
