@@ -19,26 +19,16 @@ done
 [ -f "$apercu" ] || { echo "screenshots-windows: $apercu is missing; run make windows" >&2; exit 1; }
 
 travail=$(mktemp -d)
-xvfb=""
+XVFB_PID=""
 finir() {
   wineserver -k 2>/dev/null || true
-  [ -z "$xvfb" ] || kill "$xvfb" 2>/dev/null || true
+  [ -z "$XVFB_PID" ] || kill "$XVFB_PID" 2>/dev/null || true
   rm -rf "$travail"
 }
 trap finir EXIT INT TERM
 
-n=90
-while [ -e "/tmp/.X$n-lock" ] || [ -e "/tmp/.X11-unix/X$n" ]; do n=$((n + 1)); done
-export DISPLAY=":$n"
-unset WAYLAND_DISPLAY
-Xvfb "$DISPLAY" -screen 0 1024x768x24 -nolisten tcp >/dev/null 2>&1 &
-xvfb=$!
-essais=0
-until xdotool getdisplaygeometry >/dev/null 2>&1; do
-  essais=$((essais + 1))
-  [ "$essais" -lt 100 ] || { echo "screenshots-windows: Xvfb did not start" >&2; exit 1; }
-  sleep 0.1
-done
+. "$(dirname "$docs")/scripts/xvfb.sh"
+xvfb_demarrer screenshots-windows || exit 1
 
 # A wine prefix of the build's own whose programs open in a virtual desktop.
 export WINEDEBUG=-all WINEARCH=win64 WINEPREFIX="$build/wine-prefix-apercu"

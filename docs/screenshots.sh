@@ -30,19 +30,11 @@ finir() {
 }
 trap finir EXIT INT TERM
 
-# A free display.
-n=90
-while [ -e "/tmp/.X$n-lock" ] || [ -e "/tmp/.X11-unix/X$n" ]; do n=$((n + 1)); done
-export DISPLAY=":$n"
-unset WAYLAND_DISPLAY QT_QPA_PLATFORM
-Xvfb "$DISPLAY" -screen 0 1024x768x24 -nolisten tcp >"$travail/xvfb.log" 2>&1 &
-pids="$pids $!"
-essais=0
-until xdotool getdisplaygeometry >/dev/null 2>&1; do
-  essais=$((essais + 1))
-  [ "$essais" -lt 100 ] || { echo "screenshots: Xvfb did not start" >&2; exit 1; }
-  sleep 0.1
-done
+# A display of our own.
+. "$(dirname "$docs")/scripts/xvfb.sh"
+xvfb_demarrer screenshots "$travail/xvfb.log" || exit 1
+pids="$pids $XVFB_PID"
+unset QT_QPA_PLATFORM
 
 if command -v icewm >/dev/null; then
   mkdir -p "$travail/icewm"

@@ -22,24 +22,12 @@ win32="$(cd "$3" && pwd)"
 export WINEDEBUG=-all
 export WINEPREFIX="$win64/wine-prefix"
 export WINEARCH=win64
-# The windows need a display: a virtual one of our own (Xvfb), on a free
-# number, for the whole run.
-xvfb=""
-n=70
-while [ -e "/tmp/.X$n-lock" ] || [ -e "/tmp/.X11-unix/X$n" ]; do n=$((n + 1)); done
-Xvfb ":$n" -screen 0 1024x768x24 -nolisten tcp >/dev/null 2>&1 &
-xvfb=$!
-export DISPLAY=":$n"
-unset WAYLAND_DISPLAY
-essais=0
-until xdotool getdisplaygeometry >/dev/null 2>&1; do
-  essais=$((essais + 1))
-  [ "$essais" -lt 100 ] || { echo "test-windows: Xvfb did not start" >&2; exit 1; }
-  sleep 0.1
-done
+# The windows need a display: a virtual one of our own for the whole run.
+. "$(dirname "$0")/../../scripts/xvfb.sh"
+xvfb_demarrer test-windows || exit 1
 # The server in the background, its output away from ours.
 wineserver -p </dev/null >/dev/null 2>&1 || true
-trap 'wineserver -k 2>/dev/null || true; kill "$xvfb" 2>/dev/null || true' EXIT
+trap 'wineserver -k 2>/dev/null || true; kill "$XVFB_PID" 2>/dev/null || true' EXIT
 if [ ! -f "$WINEPREFIX/.quillon-pret" ]; then
   echo "test-windows: creating the wine prefix $WINEPREFIX"
   wineboot -i </dev/null >/dev/null 2>&1
