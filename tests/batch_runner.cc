@@ -7,8 +7,9 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <sstream>
-#include <stdexcept>
+#include <utility>
 
 #include "exe_runner.h"
 
@@ -25,38 +26,21 @@ ProcessusLot::ProcessusLot(const std::vector<std::string>& arguments, const std:
   if (LotSousWindows()) {
     const char* wine = std::getenv("QUILLON_WINE");
     mots = {wine != nullptr && *wine != '\0' ? wine : "/usr/bin/wine", std::getenv("QUILLON_LOT_EXE_WINDOWS")};
-    for (const char* nom : {"HOME", "WINEPREFIX", "WINEDEBUG", "WINESERVER", "WINEARCH"}) {
-      if (const char* valeur = std::getenv(nom)) env.push_back(std::string(nom) + "=" + valeur);
-    }
+    AjouterEnvironnementWine(env);
   } else {
     mots = {QUILLON_LOT_EXE};
   }
   mots.insert(mots.end(), arguments.begin(), arguments.end());
-  std::vector<char*> argv;
-  for (std::string& m : mots) argv.push_back(m.data());
-  argv.push_back(nullptr);
-  std::vector<char*> envp;
-  for (std::string& e : env) envp.push_back(e.data());
-  envp.push_back(nullptr);
-
-  fichierErreur_ = dossier + "/.erreur-standard";
-  int tuyau[2];
-  if (pipe(tuyau) != 0) throw std::runtime_error("pipe");
-  pid_ = fork();
-  if (pid_ == 0) {
-    dup2(tuyau[1], STDOUT_FILENO);
-    close(tuyau[0]);
-    close(tuyau[1]);
+  // Standard error goes to a file, opened by its full path once the new
+  // process is in its folder.
+  fichierErreur_ = std::filesystem::absolute(dossier + "/.erreur-standard").string();
+  pid_ = Demarrer(std::move(mots), std::move(env), dossier, sortie_, [this] {
     const int erreur = open(fichierErreur_.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
     if (erreur >= 0) dup2(erreur, STDERR_FILENO);
-    if (chdir(dossier.c_str()) != 0) _exit(126);
     // SIGINT as a user's Ctrl-C finds it, whatever the test runner did.
     signal(SIGINT, SIG_DFL);
-    execve(argv[0], argv.data(), envp.data());
-    _exit(127);
-  }
-  close(tuyau[1]);
-  sortie_ = tuyau[0];
+    return true;
+  });
 }
 
 ProcessusLot::~ProcessusLot() {

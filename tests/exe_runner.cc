@@ -13,6 +13,7 @@
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
 
 namespace fs = std::filesystem;
 
@@ -49,12 +50,42 @@ void PreparerWindows(const std::vector<std::string>& arguments, const OptionsExe
                                 : options.ligneCommande;
   argv = {Variable("QUILLON_WINE", "/usr/bin/wine"), Variable("QUILLON_LANCEUR", "quillon_lanceur.exe")};
   env.push_back("QUILLON_LIGNE_COMMANDE=" + ligne);
+  AjouterEnvironnementWine(env);
+}
+
+}  // namespace
+
+void AjouterEnvironnementWine(std::vector<std::string>& env) {
   for (const char* nom : {"HOME", "WINEPREFIX", "WINEDEBUG", "WINESERVER", "WINEARCH"}) {
     if (const char* valeur = Variable(nom)) env.push_back(std::string(nom) + "=" + valeur);
   }
 }
 
-}  // namespace
+pid_t Demarrer(std::vector<std::string> mots, std::vector<std::string> env, const std::string& dossier,
+               int& sortie, const std::function<bool()>& enfant) {
+  std::vector<char*> argv;
+  for (std::string& m : mots) argv.push_back(m.data());
+  argv.push_back(nullptr);
+  std::vector<char*> envp;
+  for (std::string& e : env) envp.push_back(e.data());
+  envp.push_back(nullptr);
+
+  int tuyau[2];
+  if (pipe(tuyau) != 0) throw std::runtime_error("pipe");
+  const pid_t pid = fork();
+  if (pid == 0) {
+    dup2(tuyau[1], STDOUT_FILENO);
+    close(tuyau[0]);
+    close(tuyau[1]);
+    if (chdir(dossier.c_str()) != 0) _exit(126);
+    if (enfant && !enfant()) _exit(125);
+    execve(argv[0], argv.data(), envp.data());
+    _exit(127);
+  }
+  close(tuyau[1]);
+  sortie = tuyau[0];
+  return pid;
+}
 
 bool SousWindows() { return Variable("QUILLON_EXE_WINDOWS") != nullptr; }
 
@@ -84,27 +115,8 @@ ProcessusQuillon::ProcessusQuillon(const std::vector<std::string>& arguments, co
     mots = {baisser ? ProgrammeSansPrivileges() : std::string(QUILLON_EXE)};
     mots.insert(mots.end(), arguments.begin(), arguments.end());
   }
-  std::vector<char*> argv;
-  for (std::string& m : mots) argv.push_back(m.data());
-  argv.push_back(nullptr);
-  std::vector<char*> envp;
-  for (std::string& e : env) envp.push_back(e.data());
-  envp.push_back(nullptr);
-
-  int sortie[2];
-  if (pipe(sortie) != 0) throw std::runtime_error("pipe");
-  pid_ = fork();
-  if (pid_ == 0) {
-    dup2(sortie[1], STDOUT_FILENO);
-    close(sortie[0]);
-    close(sortie[1]);
-    if (chdir(dossier.c_str()) != 0) _exit(126);
-    if (baisser && (setgid(65534) != 0 || setuid(65534) != 0)) _exit(125);
-    execve(argv[0], argv.data(), envp.data());
-    _exit(127);
-  }
-  close(sortie[1]);
-  sortie_ = sortie[0];
+  pid_ = Demarrer(std::move(mots), std::move(env), dossier, sortie_,
+                  [baisser] { return !baisser || (setgid(65534) == 0 && setuid(65534) == 0); });
   if (options.sortieFermee) {
     close(sortie_);
     sortie_ = -1;

@@ -3,6 +3,7 @@
 
 #include <sys/types.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -43,6 +44,17 @@ bool SousWindows();
 // A Windows command line for the program: `texte` after its name, in
 // double quotes, and one blank. `programme` is a Unix path.
 std::string LigneCommandeWindows(const std::string& programme, const std::string& texte);
+
+// Starts `mots` (the program's path first) in `dossier` with exactly the
+// environment `env`, its standard output on a pipe whose reading end is
+// left in `sortie`. `enfant`, when given, runs in the new process after the
+// change of folder, just before the program starts; it returns false to give
+// up (exit status 125).
+pid_t Demarrer(std::vector<std::string> mots, std::vector<std::string> env, const std::string& dossier,
+               int& sortie, const std::function<bool()>& enfant = {});
+
+// What wine needs of the tests' environment, added to `env`.
+void AjouterEnvironnementWine(std::vector<std::string>& env);
 
 // A run under way: started by the constructor, collected by Attendre.
 class ProcessusQuillon {
