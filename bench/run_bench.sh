@@ -30,18 +30,8 @@ lignes="${BENCH_LINES:-1000000}"
 grandes="${BENCH_BIG_LINES:-10000000}"
 essais="${BENCH_RUNS:-3}"
 
-quillon="$build/quillon"
-generer="$build/bench/quillon_generer"
-mesurer="$build/bench/quillon_mesurer"
-for exe in "$quillon" "$generer" "$mesurer"; do
-  if [ ! -x "$exe" ]; then
-    echo "run_bench: $exe is missing; build $build first" >&2
-    exit 1
-  fi
-done
-mkdir -p "$scratch"
-scratch="$(cd "$scratch" && pwd)"
-resultat="$scratch/mesure.txt"
+nom=run_bench
+. "$racine/bench/commun.sh"
 
 # Targets and thresholds.
 objectif_lignes=3000000
@@ -56,36 +46,6 @@ echo "Generating $lignes-line files into $scratch ..."
 # command line.
 "$generer" pts "$lignes" 3 "$scratch/dc.pts"
 "$generer" ptv "$lignes" 4 --faulty "$scratch/fautif.ptv"
-
-# mesurer CMD...: runs the command $essais times; sets meilleur (best wall
-# seconds), cpu (best CPU seconds), rss (largest peak KiB) and sortie (the
-# standard output of the last run).
-mesurer() {
-  local sortie_fichier="$scratch/sortie.txt" secondes kib code processeur i
-  meilleur=""
-  cpu=""
-  rss=0
-  for ((i = 0; i < essais; i++)); do
-    # The files written just before (the generated sources, the last
-    # target) go to disk now, not in the background of the timed run.
-    sync
-    "$mesurer" "$resultat" "$@" >"$sortie_fichier" || true
-    read -r secondes kib code processeur <"$resultat"
-    if [ "$code" != 0 ]; then
-      echo "run_bench: '$*' exited with $code" >&2
-      cat "$sortie_fichier" >&2
-      exit 1
-    fi
-    if [ -z "$meilleur" ] || plus_petit "$secondes" "$meilleur"; then meilleur="$secondes"; fi
-    if [ -z "$cpu" ] || plus_petit "$processeur" "$cpu"; then cpu="$processeur"; fi
-    if [ "$kib" -gt "$rss" ]; then rss="$kib"; fi
-  done
-  sortie="$(cat "$sortie_fichier")"
-}
-
-plus_petit() { awk -v a="$1" -v b="$2" 'BEGIN { exit !(a < b) }'; }
-# calcul FORMAT EXPRESSION; d(a, b) divides without failing on a zero time.
-calcul() { awk "function d(a, b) { return a / (b > 0 ? b : 1e-6) } BEGIN { printf \"$1\", $2 }"; }
 
 # The reading errors and writing errors of a run's summary, "R/W".
 erreurs() {

@@ -29,41 +29,13 @@ lignes_petits="${BENCH_LOT_LINES:-1000}"
 lignes="${BENCH_LINES:-1000000}"
 essais="${BENCH_RUNS:-3}"
 
-quillon="$build/quillon"
 lot="$build/quillon-lot"
-generer="$build/bench/quillon_generer"
-mesurer="$build/bench/quillon_mesurer"
-for exe in "$quillon" "$lot" "$generer" "$mesurer"; do
-  if [ ! -x "$exe" ]; then
-    echo "run_bench_lot: $exe is missing; build $build first" >&2
-    exit 1
-  fi
-done
-mkdir -p "$scratch"
-scratch="$(cd "$scratch" && pwd)"
-resultat="$scratch/mesure.txt"
+nom=run_bench_lot
+programmes="$lot"
+. "$racine/bench/commun.sh"
 objectif_rapport=5
 objectif_grand=1.10
 
-# mesurer CMD...: the best wall time of $essais runs, in $meilleur.
-mesurer() {
-  local secondes kib code processeur i
-  meilleur=""
-  for ((i = 0; i < essais; i++)); do
-    sync
-    "$mesurer" "$resultat" "$@" >"$scratch/sortie.txt" || true
-    read -r secondes kib code processeur <"$resultat"
-    if [ "$code" != 0 ]; then
-      echo "run_bench_lot: '$*' exited with $code" >&2
-      tail -5 "$scratch/sortie.txt" >&2
-      exit 1
-    fi
-    if [ -z "$meilleur" ] || awk -v a="$secondes" -v b="$meilleur" 'BEGIN { exit !(a < b) }'; then
-      meilleur="$secondes"
-    fi
-  done
-}
-calcul() { awk "function d(a, b) { return a / (b > 0 ? b : 1e-6) } BEGIN { printf \"$1\", $2 }"; }
 
 # --- Many small files --------------------------------------------------------
 petits="$scratch/petits"
@@ -119,10 +91,10 @@ printf '%-46s %9s s   (%s lines/s)\n' "1 file x $lignes lines, quillon-lot" "$(c
 echo "ratio quillon-lot / quillon on the large file: $rapport_grand (target <= $objectif_grand)"
 echo "load average at the end: $(cut -d' ' -f1-3 /proc/loadavg) (wall times suffer when the machine is busy)"
 echecs=()
-if awk -v a="$rapport" -v b="$objectif_rapport" 'BEGIN { exit !(a < b) }'; then
+if plus_petit "$rapport" "$objectif_rapport"; then
   echecs+=("many files: quillon-lot only $rapport times faster than the loop")
 fi
-if awk -v a="$rapport_grand" -v b="$objectif_grand" 'BEGIN { exit !(a > b) }'; then
+if plus_petit "$objectif_grand" "$rapport_grand"; then
   echecs+=("large file: quillon-lot takes $rapport_grand times quillon's time")
 fi
 if [ "${convertis:-0}" != "$fichiers" ]; then echecs+=("many files: ${convertis:-?} of $fichiers converted"); fi
