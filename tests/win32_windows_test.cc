@@ -147,17 +147,6 @@ TEST(FenetresWin32, ConversionDCParLeDialogue) {
   EXPECT_EQ(banc.fin.appels, 0);
 }
 
-TEST(FenetresWin32, ErreurFataleUneBoitePuisLaFin) {
-  BancWin32 banc;
-  banc.Ouvrir("absente.ptp", 2);
-  banc.EnregistrerSous("c.ptv", 1);
-  ASSERT_EQ(banc.boites.boites.size(), 1u);
-  EXPECT_TRUE(banc.boites.boites[0].fatale);
-  EXPECT_EQ(banc.boites.boites[0].texte,
-            "Le fichier absente.ptp ne peut pas être ouvert, l'application va s'arrêter");
-  EXPECT_EQ(banc.fin.appels, 1);
-}
-
 TEST(FenetresWin32, AProposSeChargeEtSeFerme) {
   for (const WPARAM commande : {IDOK, IDCANCEL}) {
     BancWin32 banc;

@@ -1,5 +1,8 @@
-// The main window: its menus, the open and save dialogs, and the
-// conversions they lead to.
+// The Qt main window as a view of the window logic: its menu entries follow
+// the logic's states, and its ways out end the program. What the logic
+// decides (filters, conversions, fatal errors) is tested on the logic itself
+// (window_logic_test.cc); a whole run through these windows in
+// end_to_end_test.cc.
 #include <QAction>
 #include <gtest/gtest.h>
 
@@ -32,77 +35,6 @@ TEST(FenetrePrincipale, MenusSelonOuvrirFermerEtAnnuler) {
     EXPECT_EQ(Actif(banc, "mnuEnregistrerSous"), etape.actifs) << etape.geste;
     EXPECT_FALSE(Actif(banc, "mnuMettreEnPage") || Actif(banc, "mnuImprimer"));
     EXPECT_EQ(banc.reglages.FichierSource.Nom, source);
-  }
-}
-
-TEST(FenetrePrincipale, LeFiltreChoisiDonneLaSortePasLExtension) {
-  const struct {
-    int index;
-    const char* nom;
-    TypeFichier sorte;
-    std::string filtreCible;
-  } kCas[] = {
-      {1, "s.ptp", TypeFichier::Valeur, "Points avec précision (*.ptp)|*.ptp"},
-      {2, "s.ptv", TypeFichier::PrecFiab, "Points avec valeur (*.ptv)|*.ptv|Points au format MD01 (*.ptm)|*.ptm"},
-      {3, "s.ptv", TypeFichier::DC, "Points avec valeur (*.ptv)|*.ptv"},
-  };
-  for (const auto& cas : kCas) {
-    Banc banc;
-    banc.reglages.journal.NbErreursLecture = 4;
-    banc.Ouvrir(cas.nom, cas.index);
-    EXPECT_EQ(banc.reglages.TypeFichierSource, cas.sorte) << cas.index;
-    EXPECT_EQ(banc.reglages.journal.FichierLog.Nom, banc.Chemin(cas.nom) + ".log");
-    EXPECT_EQ(banc.reglages.journal.NbErreursLecture, 0);
-    banc.fenetre->mnuEnregistrerSous_Click();  // cancelled: nothing changes, nothing shows
-    EXPECT_EQ(banc.dialogues.filtres, std::vector<std::string>({"Points avec valeur (*.ptv)|*.ptv|Points avec précisions "
-                                                   "(*.ptp)|*.ptp|Points au format DC (*.pts)|*.pts",
-                                                   cas.filtreCible}));
-    EXPECT_EQ(banc.reglages.FichierCible.Nom, "");
-    EXPECT_TRUE(banc.fenetre->DialogueValPrecFiab() == nullptr && banc.fenetre->DialogueDCVal() == nullptr);
-  }
-}
-
-TEST(FenetrePrincipale, SourcePrecisionLeFiltreCibleChoisitLaConversion) {
-  const struct {
-    int index;
-    const char* cible;
-    std::string journal;  // first line of the log; empty: nothing runs
-  } kCas[] = {{1, "c.ptm", "Traduction de fichier de point de Prec/Fiab en Valeur\r\n"},
-              {2, "c.ptv", "Traduction de fichier de point de Prec/Fiab en MD01\r\n"},
-              {3, "c.ptv", ""}};
-  for (const auto& cas : kCas) {
-    Banc banc;
-    EcrireFichier(banc.Chemin("s.ptp"), "");
-    banc.Ouvrir("s.ptp", 2);
-    banc.EnregistrerSous(cas.cible, cas.index);
-    EXPECT_EQ(LireFichier(banc.Chemin("s.ptp.log")).value_or("").substr(0, cas.journal.size()), cas.journal);
-    EXPECT_EQ(LireFichier(banc.Chemin(cas.cible)).has_value(), !cas.journal.empty()) << cas.index;
-    if (cas.journal.empty()) continue;
-    ASSERT_EQ(banc.boites.boites.size(), 1u);
-    EXPECT_EQ(banc.boites.boites[0].titre, "Quillon");
-    EXPECT_EQ(banc.boites.boites[0].texte, TexteBilan(0, 0, 0, 0));
-    EXPECT_EQ(banc.fin.appels, 0);
-  }
-}
-
-TEST(FenetrePrincipale, ErreurFataleMontreeUneFoisPuisFinDuProgramme) {
-  const struct {
-    bool sourcePresente;
-    const char* cible;
-    const char* nomme;  // the file the message names
-    const char* suite;
-  } kCas[] = {{false, "c.ptv", "s.ptp", " ne peut pas être ouvert, l'application va s'arrêter"},
-              {true, "pas/ici.ptv", "pas/ici.ptv", " ne peut pas être créé, l'application va s'arrêter"}};
-  for (const auto& cas : kCas) {
-    Banc banc;
-    if (cas.sourcePresente) EcrireFichier(banc.Chemin("s.ptp"), "");
-    banc.Ouvrir("s.ptp", 2);
-    banc.EnregistrerSous(cas.cible, 1);
-    const std::string attendu = "Le fichier " + banc.Chemin(cas.nomme) + cas.suite;
-    ASSERT_EQ(banc.boites.boites.size(), 1u);
-    EXPECT_TRUE(banc.boites.boites[0].fatale);
-    EXPECT_EQ(banc.boites.boites[0].texte, attendu);
-    EXPECT_EQ(banc.fin.appels, 1);
   }
 }
 
