@@ -1,34 +1,13 @@
 // quillon-lot on Windows: the wide command line split as Windows programs
-// split it, file names in UTF-8, console control events.
+// split it, file names in UTF-8.
 #include <windows.h>
 #include <shellapi.h>
 
 #include "app/batch_platform.h"
 #include "io/encoding.h"
-#include "io/temporary_files.h"
 
 namespace quillon::lot {
 namespace {
-
-std::atomic<bool>* drapeau = nullptr;
-
-// Ctrl-C and Ctrl-Break ask the batch to stop, a second one ends the
-// program. Closing the console, logging off and shutting down leave no time
-// to finish: the temporary files go, and so does the program.
-BOOL WINAPI Interrompre(DWORD evenement) {
-  switch (evenement) {
-    case CTRL_C_EVENT:
-    case CTRL_BREAK_EVENT:
-      if (drapeau != nullptr && !drapeau->exchange(true)) return TRUE;
-      [[fallthrough]];
-    case CTRL_CLOSE_EVENT:
-    case CTRL_LOGOFF_EVENT:
-    case CTRL_SHUTDOWN_EVENT:
-      SupprimerTemporaires();
-      ::ExitProcess(STATUS_CONTROL_C_EXIT);
-  }
-  return FALSE;
-}
 
 std::string VersUtf8(const wchar_t* texte) {
   return Utf16VersUtf8(reinterpret_cast<const char16_t*>(texte));
@@ -60,11 +39,6 @@ std::string TexteChemin(const std::filesystem::path& chemin) {
 bool ErreurEstTerminal() {
   DWORD mode = 0;
   return ::GetConsoleMode(::GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
-}
-
-void InstallerArret(std::atomic<bool>& arret) {
-  drapeau = &arret;
-  ::SetConsoleCtrlHandler(Interrompre, TRUE);
 }
 
 void EcrireSortieBrute(std::string_view octets) {

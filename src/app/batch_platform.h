@@ -1,9 +1,8 @@
 // What quillon-lot needs of the platform: its words, file names as the
-// standard library's paths, the terminal, Ctrl-C, and the line end of its
+// standard library's paths, the terminal, and the line end of its
 // report.
 #pragma once
 
-#include <atomic>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -22,12 +21,6 @@ std::string TexteChemin(const std::filesystem::path& chemin);
 
 // True when standard error is a terminal (a console on Windows).
 bool ErreurEstTerminal();
-
-// From now on Ctrl-C (and SIGTERM, SIGHUP, closing the console) sets
-// `arret` instead of ending the program; a second one ends it at once, as
-// the console program ends, its temporary files removed. A closed
-// standard output no longer ends the program.
-void InstallerArret(std::atomic<bool>& arret);
 
 // Bytes to standard output as they are (the JSON report, UTF-8 already).
 void EcrireSortieBrute(std::string_view octets);

@@ -13,6 +13,7 @@
 #include "app/batch_report.h"
 #include "app/console.h"
 #include "io/encoding.h"
+#include "io/temporary_files.h"
 #include "model/value_tables.h"
 #include "version.h"
 
@@ -85,7 +86,7 @@ int Principal(int argc, char** argv) {
   if (!liste.erreur.empty()) return ErreurUsage(liste.erreur);
 
   std::atomic<bool> arret{false};
-  InstallerArret(arret);
+  InstallerInterruptions(&arret);
   Tables();  // built once, before the threads read them
 
   const bool json = options.rapportJson.has_value();

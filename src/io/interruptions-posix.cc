@@ -1,6 +1,6 @@
 // Interruptions on POSIX: SIGINT, SIGTERM and SIGHUP remove the pending
-// temporary files, then end the program by the same signal; SIGPIPE is
-// ignored.
+// temporary files, then end the program by the same signal (or, the first
+// time, ask it to stop); SIGPIPE is ignored.
 #include <signal.h>
 #include <unistd.h>
 
@@ -12,7 +12,10 @@ void SupprimerFichier(const char* chemin) { ::unlink(chemin); }
 
 namespace {
 
+std::atomic<bool>* drapeau = nullptr;
+
 void Interrompre(int signal) {
+  if (drapeau != nullptr && !drapeau->exchange(true)) return;  // a request to stop
   SupprimerTemporaires();
   // Back to the default action, which the signal, blocked while this
   // handler runs, takes as soon as it returns.
@@ -22,7 +25,8 @@ void Interrompre(int signal) {
 
 }  // namespace
 
-void InstallerInterruptions() {
+void InstallerInterruptions(std::atomic<bool>* arret) {
+  drapeau = arret;
   // A closed standard output must not stop a run halfway: its writes just
   // fail, unnoticed.
   ::signal(SIGPIPE, SIG_IGN);

@@ -8,12 +8,16 @@
 namespace quillon {
 namespace {
 
+std::atomic<bool>* drapeau = nullptr;
+
 // Runs on a thread of its own, while the run may go on: the temporary files
 // are open, but shared for deletion, and go when the program ends.
 BOOL WINAPI Interrompre(DWORD evenement) {
   switch (evenement) {
     case CTRL_C_EVENT:
     case CTRL_BREAK_EVENT:
+      if (drapeau != nullptr && !drapeau->exchange(true)) return TRUE;  // a request to stop
+      [[fallthrough]];
     case CTRL_CLOSE_EVENT:
     case CTRL_LOGOFF_EVENT:
     case CTRL_SHUTDOWN_EVENT:
@@ -25,6 +29,9 @@ BOOL WINAPI Interrompre(DWORD evenement) {
 
 }  // namespace
 
-void InstallerInterruptions() { ::SetConsoleCtrlHandler(Interrompre, TRUE); }
+void InstallerInterruptions(std::atomic<bool>* arret) {
+  drapeau = arret;
+  ::SetConsoleCtrlHandler(Interrompre, TRUE);
+}
 
 }  // namespace quillon
