@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
-#include <fstream>
+#include <memory>
 #include <thread>
 
 #include "app/batch_json.h"
@@ -13,6 +13,7 @@
 #include "app/batch_report.h"
 #include "app/console.h"
 #include "io/encoding.h"
+#include "io/file_system.h"
 #include "io/temporary_files.h"
 #include "model/value_tables.h"
 #include "version.h"
@@ -62,10 +63,15 @@ bool EcrireRapportJson(const std::string& chemin, const std::string& texte) {
     EcrireSortieBrute(texte);  // UTF-8 already
     return true;
   }
-  std::ofstream fichier(CheminNatif(chemin), std::ios::binary | std::ios::trunc);
-  fichier << texte;
-  fichier.close();
-  return static_cast<bool>(fichier);
+  // Replaced whole, as the targets are: a batch ended while it writes the
+  // report leaves the previous one as it was.
+  const std::unique_ptr<SupportFichier> fichier = SystemeFichiersReel().CreerEcriture(chemin, {});
+  if (fichier == nullptr) return false;
+  if (!fichier->Ecrire(texte.data(), texte.size())) {
+    fichier->Abandonner();
+    return false;
+  }
+  return fichier->Fermer();
 }
 
 int Principal(int argc, char** argv) {
