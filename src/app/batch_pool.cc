@@ -15,6 +15,8 @@ std::vector<ResultatFichier> ConvertirLot(const std::vector<FichierLot>& fichier
   std::condition_variable fait;
   std::atomic<std::size_t> suivant{0};
   unsigned actifs = 0;
+  std::size_t faits = 0;  // files ended so far, in any order
+  int64_t lignes = 0;     // the lines they read
 
   // Each worker takes the next file not taken yet; only the results are
   // handed over, under the lock.
@@ -25,6 +27,8 @@ std::vector<ResultatFichier> ConvertirLot(const std::vector<FichierLot>& fichier
       if (i >= n) break;
       ResultatFichier r = ConvertirFichier(fichiers[i], options, &arret);
       std::lock_guard<std::mutex> garde(verrou);
+      ++faits;
+      lignes += r.lues;
       resultats[i] = std::move(r);
       fait.notify_one();
     }
@@ -39,8 +43,6 @@ std::vector<ResultatFichier> ConvertirLot(const std::vector<FichierLot>& fichier
   for (unsigned k = 0; k < nbFils; ++k) threads.emplace_back(travailler);
 
   std::size_t annonces = 0;  // results handed to fichierTermine so far
-  std::size_t faits = 0;
-  int64_t lignes = 0;
   std::unique_lock<std::mutex> garde(verrou);
   for (;;) {
     fait.wait_for(garde, suivi.periode, [&] { return actifs == 0 || (annonces < n && resultats[annonces]); });
@@ -50,21 +52,15 @@ std::vector<ResultatFichier> ConvertirLot(const std::vector<FichierLot>& fichier
       prets.emplace_back(annonces, *resultats[annonces]);
       ++annonces;
     }
-    faits = 0;
-    lignes = 0;
-    for (const auto& r : resultats) {
-      if (r) {
-        ++faits;
-        lignes += r->lues;
-      }
-    }
+    const std::size_t faitsVus = faits;
+    const int64_t lignesVues = lignes;
     const bool fini = actifs == 0;
     garde.unlock();
     for (const auto& [i, r] : prets) {
       if (suivi.fichierTermine) suivi.fichierTermine(i, r);
     }
     if (fini) break;
-    if (suivi.avancement) suivi.avancement(faits, lignes);
+    if (suivi.avancement) suivi.avancement(faitsVus, lignesVues);
     garde.lock();
   }
   for (std::thread& t : threads) t.join();
