@@ -38,7 +38,6 @@ int main(int argc, char** argv) {
   quillon::Services services{dialogues, messages, fin, quillon::RegistreSysteme(), programmes};
   quillon::ReglagesExecution reglages;
   quillon::InitialiserTables(reglages);
-  reglages.ModeFenetre = true;
   quillon::win32::FenetreQuillonWin32 fenetre(reglages, services);
   if (!fenetre.Creer()) return 1;
   ::SetWindowPos(fenetre.Handle(), nullptr, 40, 40, 0, 0, SWP_NOSIZE | SWP_NOZORDER);

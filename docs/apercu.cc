@@ -23,7 +23,6 @@ int main(int argc, char** argv) {
   if (std::strcmp(nom, "icone") == 0 && argc > 2) return quillon::IconeApplication().save(argv[2], "PNG") ? 0 : 1;
   quillon::ReglagesExecution reglages;
   quillon::InitialiserTables(reglages);
-  reglages.ModeFenetre = true;
 
   quillon::DialoguesFichiersQt dialogues;
   quillon::BoitesMessagesQt messages;

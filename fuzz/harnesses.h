@@ -30,7 +30,7 @@
 
 #include "conversion/conversions.h"
 #include "io/display.h"
-#include "io/file_system.h"
+#include "support/file_system_memory.h"
 #include "io/journal.h"
 #include "conversion/run_settings.h"
 #include "formats/ptm_format.h"
@@ -66,7 +66,7 @@ class AffichageMuet : public Affichage {
     ++bilans;
     bilan = lignes;
   }
-  void MontrerErreurFatale(const std::string&) override { ++fatales; }
+  void MontrerErreurFatale(const ErreurFatale&) override { ++fatales; }
 };
 
 // Calls f(line, index) for each line of `texte`, cut as the text reader cuts

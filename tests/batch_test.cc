@@ -134,7 +134,7 @@ INSTANTIATE_TEST_SUITE_P(
 class AffichageMuet : public Affichage {
  public:
   void MontrerBilan(const std::array<std::string, 4>&) override {}
-  void MontrerErreurFatale(const std::string&) override {}
+  void MontrerErreurFatale(const ErreurFatale&) override {}
 };
 
 TEST(LotDC, MemesOctetsQueLeDialogue) {

@@ -2,7 +2,7 @@
 // checked through the executable's cases (tests/e2e).
 #include <gtest/gtest.h>
 
-#include "app/command_line.h"
+#include "app/quillon/command_line.h"
 
 namespace quillon {
 namespace {

@@ -159,7 +159,7 @@ class AffichageTest : public Affichage {
   void MontrerBilan(const std::array<std::string, 4>& lignes) override {
     bilans.emplace_back(lignes.begin(), lignes.end());
   }
-  void MontrerErreurFatale(const std::string& message) override { fatales.push_back(message); }
+  void MontrerErreurFatale(const ErreurFatale& erreur) override { fatales.push_back(MessageFatal(erreur)); }
   std::vector<std::vector<std::string>> bilans;
   std::vector<std::string> fatales;
 };

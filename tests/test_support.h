@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "io/file_system.h"
+#include "support/file_system_memory.h"
 #include "io/journal.h"
 #include "io/ansi.h"
 

@@ -40,7 +40,6 @@ struct BancWin32 : FauxServices {
     fs::create_directories(dossier);
     fs::current_path(dossier);
     InitialiserTables(reglages);
-    reglages.ModeFenetre = true;
     reglages.affichage = &affichage;
     EXPECT_TRUE(fenetre.Creer());
     affichage.DefinirParent(fenetre.Handle());
@@ -80,7 +79,7 @@ struct BancWin32 : FauxServices {
 std::string Texte(HWND fenetre) {
   wchar_t texte[256] = {};
   ::GetWindowTextW(fenetre, texte, 256);
-  return win32::Utf8(texte);
+  return Utf8(texte);
 }
 
 TEST(FenetresWin32, MenusSelonOuvrirFermerEtAnnuler) {

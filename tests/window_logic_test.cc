@@ -49,7 +49,6 @@ struct Fenetre : FauxServices {
   LogiqueQuillon logique{reglages, services, vue};
 
   Fenetre() {
-    reglages.ModeFenetre = true;
     reglages.affichage = &affichage;
     reglages.systeme = &fichiers;
   }
@@ -100,19 +99,19 @@ TEST(LogiqueFenetre, EtatDesMenus) {
 TEST(LogiqueFenetre, LeFiltreDOuvertureDonneLaSorte) {
   const struct {
     int index;
-    TypeFichier sorte;
+    LogiqueQuillon::TypeFichier sorte;
     const char* filtreCible;
   } kCas[] = {
-      {1, TypeFichier::Valeur, "Points avec précision (*.ptp)|*.ptp"},
-      {2, TypeFichier::PrecFiab, "Points avec valeur (*.ptv)|*.ptv|Points au format MD01 (*.ptm)|*.ptm"},
-      {3, TypeFichier::DC, "Points avec valeur (*.ptv)|*.ptv"},
+      {1, LogiqueQuillon::TypeFichier::Valeur, "Points avec précision (*.ptp)|*.ptp"},
+      {2, LogiqueQuillon::TypeFichier::PrecFiab, "Points avec valeur (*.ptv)|*.ptv|Points au format MD01 (*.ptm)|*.ptm"},
+      {3, LogiqueQuillon::TypeFichier::DC, "Points avec valeur (*.ptv)|*.ptv"},
   };
   for (const auto& cas : kCas) {
     Fenetre f;
     f.reglages.journal.NbErreursLecture = 4;
     f.reglages.journal.NbErreursEcriture = 5;
     f.Ouvrir("s.ptv", cas.index);  // the extension says nothing
-    EXPECT_EQ(f.reglages.TypeFichierSource, cas.sorte);
+    EXPECT_EQ(f.logique.TypeFichierSource(), cas.sorte);
     EXPECT_EQ(f.reglages.journal.FichierLog.Nom, "s.ptv.log");
     EXPECT_EQ(f.reglages.journal.NbErreursLecture + f.reglages.journal.NbErreursEcriture, 0);
     f.logique.Commander(Commande::EnregistrerSous);  // cancelled: nothing changes

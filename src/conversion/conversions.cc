@@ -31,11 +31,11 @@ class Deroulement {
     FichierTexte& source = r_.FichierSource;
     FichierTexte& cible = r_.FichierCible;
     if (!OuvrirFichierLecture(source.Flux, source.Nom, *r_.systeme)) {
-      return Echouer(MessageFatal(source.Nom, RaisonFatale::Ouverture));
+      return Echouer(ErreurFatale{source.Nom, RaisonFatale::Ouverture});
     }
     if (!CreerFichierEcriture(cible.Flux, cible.Nom, *r_.systeme, {&source.Flux})) {
       FermerFichier(source.Flux);
-      return Echouer(MessageFatal(cible.Nom, RaisonFatale::Creation));
+      return Echouer(ErreurFatale{cible.Nom, RaisonFatale::Creation});
     }
     journal_.InitialiserLog();
     journal_.Attacher(*r_.systeme, source.Flux, &cible.Flux);
@@ -45,7 +45,7 @@ class Deroulement {
     journal_.LigneEntete(CheminAffichable(source.Nom));
     journal_.LigneEntete("Fichier cible:");
     journal_.LigneEntete(CheminAffichable(cible.Nom));
-    return !journal_.EnEchec() || Abandonner(journal_.MessageEchec());
+    return !journal_.EnEchec() || Abandonner(journal_.Echec());
   }
 
   // The next source line; false at the end of the source, or when a file
@@ -72,31 +72,31 @@ class Deroulement {
     // in place once it is asked for.
     if (r_.arret != nullptr && r_.arret->load(std::memory_order_relaxed)) r_.Interrompu = true;
     if (r_.Interrompu) return Abandonner({});
-    if (source.Flux.EnErreur()) return Abandonner(MessageFatal(source.Nom, RaisonFatale::Lecture));
-    if (!cible.Flux.Vider()) return Abandonner(MessageFatal(cible.Nom, RaisonFatale::Ecriture));
-    if (!journal_.Vider()) return Abandonner(journal_.MessageEchec());
+    if (source.Flux.EnErreur()) return Abandonner(ErreurFatale{source.Nom, RaisonFatale::Lecture});
+    if (!cible.Flux.Vider()) return Abandonner(ErreurFatale{cible.Nom, RaisonFatale::Ecriture});
+    if (!journal_.Vider()) return Abandonner(journal_.Echec());
 
     journal_.EcrireBilan(*r_.affichage);
-    if (!journal_.Vider()) return Abandonner(journal_.MessageEchec());
+    if (!journal_.Vider()) return Abandonner(journal_.Echec());
     FermerFichier(source.Flux);
-    if (!FermerFichier(cible.Flux)) return Abandonner(MessageFatal(cible.Nom, RaisonFatale::Ecriture));
-    if (!journal_.FermerLog()) return Echouer(MessageFatal(journal_.FichierLog.Nom, RaisonFatale::Ecriture));
+    if (!FermerFichier(cible.Flux)) return Abandonner(ErreurFatale{cible.Nom, RaisonFatale::Ecriture});
+    if (!journal_.FermerLog()) return Echouer(ErreurFatale{journal_.FichierLog.Nom, RaisonFatale::Ecriture});
     return true;
   }
 
  private:
-  bool Echouer(const std::string& message) {
-    if (!r_.Interrompu) r_.affichage->MontrerErreurFatale(message);
+  bool Echouer(const ErreurFatale& erreur) {
+    if (!r_.Interrompu) r_.affichage->MontrerErreurFatale(erreur);
     return false;
   }
 
   // A fatal error in the middle of a run, or a stop asked for: every file is
   // closed, and neither the target nor the log replaces the one before.
-  bool Abandonner(const std::string& message) {
+  bool Abandonner(ErreurFatale erreur) {  // a copy: the log forgets its own on giving up
     journal_.Abandonner();
     FermerFichier(r_.FichierSource.Flux);
     AbandonnerFichier(r_.FichierCible.Flux);
-    return Echouer(message);
+    return Echouer(erreur);
   }
 
   ReglagesExecution& r_;
@@ -157,6 +157,27 @@ bool ConvertirPtPrecFiabEnPtMD01(ReglagesExecution& reglages) {
                     }
                     return EcrireLignePtMD01(ligne, point, cible, journal);
                   });
+}
+
+const char* NomConversion(Conversion conversion) {
+  switch (conversion) {
+    case Conversion::ValEnPrecFiab: return "ptv-ptp";
+    case Conversion::PrecFiabEnVal: return "ptp-ptv";
+    case Conversion::PrecFiabEnMD01: return "ptp-ptm";
+    case Conversion::DCEnVal: return "pts-ptv";
+  }
+  return "";
+}
+
+bool Convertir(ReglagesExecution& reglages, Conversion conversion, const OptionsConversion& options) {
+  switch (conversion) {
+    case Conversion::ValEnPrecFiab:
+      return ConvertirPtValEnPtPrecFiab(reglages, options.classeEchelle, options.groupeTheme);
+    case Conversion::PrecFiabEnVal: return ConvertirPtPrecFiabEnPtVal(reglages);
+    case Conversion::PrecFiabEnMD01: return ConvertirPtPrecFiabEnPtMD01(reglages);
+    case Conversion::DCEnVal: return ConvertirPtDCEnPtVal(reglages, options.groupeTheme);
+  }
+  return false;
 }
 
 }  // namespace quillon

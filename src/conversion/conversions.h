@@ -14,6 +14,26 @@
 
 namespace quillon {
 
+// The four runs, as each front end chooses one: the console by the texts of
+// its paths, quillon-lot by the source's extension, the windows by the
+// filters picked.
+enum class Conversion { ValEnPrecFiab, PrecFiabEnVal, PrecFiabEnMD01, DCEnVal };
+
+// "ptv-ptp", "ptp-ptv", "ptp-ptm", "pts-ptv": the conversion's name in the
+// reports.
+const char* NomConversion(Conversion conversion);
+
+// What the value lookups need: the plan's scale class and the theme group
+// given to blank themes (0: none given).
+struct OptionsConversion {
+  int16_t classeEchelle = 0;
+  int32_t groupeTheme = 0;
+};
+
+// The one entry point of the front ends: runs `conversion` with the run
+// settings as they are, and returns as the run below does.
+bool Convertir(ReglagesExecution& reglages, Conversion conversion, const OptionsConversion& options);
+
 bool ConvertirPtPrecFiabEnPtVal(ReglagesExecution& reglages);
 bool ConvertirPtValEnPtPrecFiab(ReglagesExecution& reglages, int16_t classeEchelle, int32_t groupeTheme);
 bool ConvertirPtDCEnPtVal(ReglagesExecution& reglages, int32_t groupeTheme);

@@ -14,15 +14,10 @@
 
 namespace quillon {
 
-// Kind of the source picked in the main window.
-enum class TypeFichier : int32_t { Aucun = 0, Valeur = 1, PrecFiab = 2, DC = 3 };
-
 struct ReglagesExecution {
-  bool ModeFenetre = false;
   FichierTexte FichierSource;
   FichierTexte FichierCible;
   Journal journal;  // FichierLog, LogOuvert and the counters
-  TypeFichier TypeFichierSource = TypeFichier::Aucun;
 
   // Where summaries and fatal errors are shown, and how files are opened.
   Affichage* affichage = nullptr;

@@ -1,5 +1,5 @@
 // Where a run shows its summary and its fatal errors: standard output in
-// console mode, message boxes in windowed mode. Texts are Windows-1252.
+// console mode, message boxes in windowed mode, the report in a batch.
 #pragma once
 
 #include <array>
@@ -7,13 +7,29 @@
 
 namespace quillon {
 
+enum class RaisonFatale { Ouverture, Creation, Lecture, Ecriture };
+
+// A fatal error: the file, its path as the program holds it, and what could
+// not be done with it. Each front end words it.
+struct ErreurFatale {
+  std::string fichier;
+  RaisonFatale raison = RaisonFatale::Ouverture;
+};
+
+// "Le fichier <nom> ne peut pas être ouvert" and its siblings for "créé",
+// "lu" and "écrit", the name as the log shows it; Windows-1252.
+std::string CauseFatale(const ErreurFatale& erreur);
+// The cause followed by ", l'application va s'arrêter": what the console
+// and the windows show, since the program ends after it.
+std::string MessageFatal(const ErreurFatale& erreur);
+
 class Affichage {
  public:
   virtual ~Affichage() = default;
-  // The four summary lines of a completed run.
+  // The four summary lines of a completed run, Windows-1252.
   virtual void MontrerBilan(const std::array<std::string, 4>& lignes) = 0;
-  // A fatal error; the program ends after it.
-  virtual void MontrerErreurFatale(const std::string& message) = 0;
+  // A fatal error; the run has ended with it.
+  virtual void MontrerErreurFatale(const ErreurFatale& erreur) = 0;
 };
 
 }  // namespace quillon

@@ -13,6 +13,9 @@
 #include "io/temporary_files.h"
 
 namespace quillon {
+
+void SupprimerFichier(const char* chemin) { ::unlink(chemin); }
+
 namespace {
 
 // What makes a file itself: its inode when it exists, and the path it has

@@ -7,21 +7,13 @@
 
 #include <string>
 
-#include "io/encoding.h"
+#include "io/wide_text.h"
 #include "io/file_system.h"
 #include "io/temporary_files.h"
 
 namespace quillon {
 
-// Also the removal of a pending temporary file on an interruption.
-void SupprimerFichier(const char* chemin);
-
 namespace {
-
-std::wstring Large(const std::string& utf8) {
-  const std::u16string texte = Utf8VersUtf16(utf8);
-  return std::wstring(texte.begin(), texte.end());
-}
 
 constexpr DWORD kPartageTout = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 

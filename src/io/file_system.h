@@ -1,6 +1,6 @@
 // The file service: how the runs open their source and create their target
-// and log. The real one works on the machine's files; the in-memory one
-// serves the tests and the fuzzers.
+// and log. The real one works on the machine's files, its half of the
+// platform in file_system-posix.cc or file_system-win32.cc.
 //
 // A file created for writing is not the file of that name until it is
 // closed: its bytes go to a temporary file beside it, which the close puts
@@ -10,7 +10,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <span>
 #include <string>
@@ -54,20 +53,8 @@ class SystemeFichiers {
 // The machine's files.
 SystemeFichiers& SystemeFichiersReel();
 
-// Files held in memory, by name. Reading a name that is not there fails; a
-// created name is written in `enCours` and gets its new contents in
-// `fichiers` when closed. `echecEcriture` makes every write to that name
-// fail, like a full disk; `echecCreation` makes its creation fail.
-class SystemeFichiersMemoire : public SystemeFichiers {
- public:
-  std::map<std::string, std::string> fichiers;
-  std::map<std::string, std::string> enCours;
-  std::string echecEcriture;
-  std::string echecCreation;
-
-  std::unique_ptr<SupportFichier> OuvrirLecture(const std::string& nom) override;
-  std::unique_ptr<SupportFichier> CreerEcriture(
-      const std::string& nom, std::span<const SupportFichier* const> proteges) override;
-};
+// Removes one file by its name, quietly; safe inside a signal handler (a
+// pending temporary file on an interruption).
+void SupprimerFichier(const char* chemin);
 
 }  // namespace quillon

@@ -4,11 +4,10 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include "io/interruptions.h"
 #include "io/temporary_files.h"
 
 namespace quillon {
-
-void SupprimerFichier(const char* chemin) { ::unlink(chemin); }
 
 namespace {
 

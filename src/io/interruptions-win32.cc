@@ -3,6 +3,7 @@
 // end the program as Ctrl-C does by default.
 #include <windows.h>
 
+#include "io/interruptions.h"
 #include "io/temporary_files.h"
 
 namespace quillon {

@@ -20,21 +20,6 @@ std::string_view TexteEntier(int64_t n, TamponEntier& tampon) {
 
 }  // namespace
 
-std::string MessageFatal(const std::string& nom, RaisonFatale raison) {
-  static constexpr auto kOuvert = Ansi(u8" ne peut pas être ouvert, l'application va s'arrêter");
-  static constexpr auto kCree = Ansi(u8" ne peut pas être créé, l'application va s'arrêter");
-  static constexpr auto kLu = Ansi(u8" ne peut pas être lu, l'application va s'arrêter");
-  static constexpr auto kEcrit = Ansi(u8" ne peut pas être écrit, l'application va s'arrêter");
-  std::string message = "Le fichier " + CheminAffichable(nom);
-  switch (raison) {
-    case RaisonFatale::Ouverture: return message + kOuvert;
-    case RaisonFatale::Creation: return message + kCree;
-    case RaisonFatale::Lecture: return message + kLu;
-    case RaisonFatale::Ecriture: return message + kEcrit;
-  }
-  return message;
-}
-
 void Journal::Attacher(SystemeFichiers& systeme, const FluxTexte& source, const FluxTexte* cible) {
   systeme_ = &systeme;
   source_ = &source;
@@ -48,7 +33,7 @@ void Journal::EcrireLog(bool Lecture, bool AvecLigne, bool AvecPrefixe, bool Com
   if (!LogOuvert) {
     SystemeFichiers& systeme = systeme_ != nullptr ? *systeme_ : SystemeFichiersReel();
     if (!CreerFichierEcriture(FichierLog.Flux, FichierLog.Nom, systeme, {source_, cible_})) {
-      echec_ = MessageFatal(FichierLog.Nom, RaisonFatale::Creation);
+      echec_ = ErreurFatale{FichierLog.Nom, RaisonFatale::Creation};
       return;
     }
     LogOuvert = true;
@@ -63,7 +48,7 @@ void Journal::EcrireLog(bool Lecture, bool AvecLigne, bool AvecPrefixe, bool Com
   }
   for (std::string_view morceau : Message) flux.Write(morceau);
   flux.EndLine();
-  if (flux.EnErreur()) echec_ = MessageFatal(FichierLog.Nom, RaisonFatale::Ecriture);
+  if (flux.EnErreur()) echec_ = ErreurFatale{FichierLog.Nom, RaisonFatale::Ecriture};
   if (CompterErreur) ++(Lecture ? NbErreursLecture : NbErreursEcriture);
 }
 
@@ -80,7 +65,7 @@ void Journal::Abandonner() {
 
 bool Journal::Vider() {
   if (EnEchec()) return false;
-  if (LogOuvert && !FichierLog.Flux.Vider()) echec_ = MessageFatal(FichierLog.Nom, RaisonFatale::Ecriture);
+  if (LogOuvert && !FichierLog.Flux.Vider()) echec_ = ErreurFatale{FichierLog.Nom, RaisonFatale::Ecriture};
   return !EnEchec();
 }
 
@@ -89,7 +74,7 @@ void Journal::InitialiserLog() {
   NbErreursLecture = 0;
   NbErreursEcriture = 0;
   NbLignesIgnorees = 0;
-  echec_.clear();
+  echec_.reset();
 }
 
 std::array<std::string, 4> Journal::Bilan() const {

@@ -1,11 +1,12 @@
 // The conversion log: header, one line per rejected field or unconverted
 // line, and the four-count summary. Every reader and writer reports through
-// EcrireLog.
+// its named calls, all written by the one line writer EcrireLog.
 #pragma once
 
 #include <array>
 #include <cstdint>
 #include <initializer_list>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -13,12 +14,6 @@
 #include "io/text_file.h"
 
 namespace quillon {
-
-enum class RaisonFatale { Ouverture, Creation, Lecture, Ecriture };
-
-// "Le fichier <nom> ne peut pas être ouvert, l'application va s'arrêter" and
-// its siblings for "créé", "lu" and "écrit".
-std::string MessageFatal(const std::string& nom, RaisonFatale raison);
 
 class Journal {
  public:
@@ -56,12 +51,6 @@ class Journal {
   // a line of the header, as it is.
   void LigneEntete(std::string_view texte) { EcrireLog(false, false, false, false, {texte}); }
 
-  // The one writer underneath, creating the log file first if it is not
-  // open: [prefix]["ligne " N ": "]message, the message given in pieces;
-  // prefix "LECTURE: " (Lecture) or "ECRITURE: " when AvecPrefixe; the
-  // matching counter grows when CompterErreur.
-  void EcrireLog(bool Lecture, bool AvecLigne, bool AvecPrefixe, bool CompterErreur,
-                 std::initializer_list<std::string_view> Message);
   // Closes the log: the log file is then in place, replacing the previous
   // one. False when it could not be written or put in place.
   bool FermerLog();
@@ -78,17 +67,24 @@ class Journal {
   std::array<std::string, 4> Bilan() const;
   int64_t NumeroLigne() const { return compteur_ != nullptr ? *compteur_ - 1 : 0; }
 
-  // A log that could not be created or written: the fatal message to show.
+  // A log that could not be created or written: the fatal error to show.
   // Once failed, the log writes nothing more.
-  bool EnEchec() const { return !echec_.empty(); }
-  const std::string& MessageEchec() const { return echec_; }
+  bool EnEchec() const { return echec_.has_value(); }
+  const ErreurFatale& Echec() const { return *echec_; }
 
  private:
+  // The one writer underneath the named calls, creating the log file first
+  // if it is not open: [prefix]["ligne " N ": "]message, the message given
+  // in pieces; prefix "LECTURE: " (Lecture) or "ECRITURE: " when
+  // AvecPrefixe; the matching counter grows when CompterErreur.
+  void EcrireLog(bool Lecture, bool AvecLigne, bool AvecPrefixe, bool CompterErreur,
+                 std::initializer_list<std::string_view> Message);
+
   SystemeFichiers* systeme_ = nullptr;
   const FluxTexte* source_ = nullptr;
   const FluxTexte* cible_ = nullptr;
   const int64_t* compteur_ = nullptr;
-  std::string echec_;
+  std::optional<ErreurFatale> echec_;
 };
 
 }  // namespace quillon

@@ -5,6 +5,7 @@
 
 #include "io/encoding.h"
 #include "io/locale.h"
+#include "io/wide_text.h"
 
 namespace quillon {
 namespace {
@@ -40,7 +41,7 @@ std::string FormaterDateJournal(const std::tm& moment, const char* nomLocale) {
   wchar_t texte[80];
   const int n = ::GetDateFormatEx(locale, 0, &date, L"MMM", texte, 80, nullptr);
   std::string nomMois = kMoisAnglais[mois];
-  if (n > 1) nomMois = Utf8VersCp1252(Utf16VersUtf8(std::u16string_view(reinterpret_cast<char16_t*>(texte), n - 1)));
+  if (n > 1) nomMois = Utf8VersCp1252(Utf8(std::wstring_view(texte, n - 1)));
   return ComposerDateJournal(moment, nomMois);
 }
 

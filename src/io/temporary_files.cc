@@ -1,13 +1,12 @@
 #include "io/temporary_files.h"
 
+#include "io/file_system.h"
+
 #include <atomic>
 #include <chrono>
 #include <cstring>
 
 namespace quillon {
-
-// Platform's: removes one file by its name; safe inside a signal handler.
-void SupprimerFichier(const char* chemin);
 
 namespace {
 

@@ -34,10 +34,8 @@ void LogiqueOptions::lstTheme_Click(std::string_view texte) {
 }
 
 void LogiqueOptions::btnConvertir_Click() {
-  const bool termine = genre_ == Dialogue::ValPrecFiab
-                           ? ConvertirPtValEnPtPrecFiab(reglages_, classeEchelle_, groupeTheme_)
-                           : ConvertirPtDCEnPtVal(reglages_, groupeTheme_);
-  if (!termine) fin_.Terminer();
+  const Conversion conversion = genre_ == Dialogue::ValPrecFiab ? Conversion::ValEnPrecFiab : Conversion::DCEnVal;
+  if (!Convertir(reglages_, conversion, {classeEchelle_, groupeTheme_})) fin_.Terminer();
 }
 
 // --- Main window -------------------------------------------------------------
@@ -81,9 +79,9 @@ void LogiqueQuillon::mnuOuvrir_Click() {
   reglages_.journal.NbErreursEcriture = 0;
   // The kind follows the filter selected, not the extension of the name.
   switch (choix->indexFiltre) {
-    case 1: reglages_.TypeFichierSource = TypeFichier::Valeur; break;
-    case 2: reglages_.TypeFichierSource = TypeFichier::PrecFiab; break;
-    case 3: reglages_.TypeFichierSource = TypeFichier::DC; break;
+    case 1: TypeFichierSource_ = TypeFichier::Valeur; break;
+    case 2: TypeFichierSource_ = TypeFichier::PrecFiab; break;
+    case 3: TypeFichierSource_ = TypeFichier::DC; break;
     default: break;
   }
   ActiverMenusFichier(true);
@@ -91,7 +89,7 @@ void LogiqueQuillon::mnuOuvrir_Click() {
 
 void LogiqueQuillon::mnuEnregistrerSous_Click() {
   std::string_view filtre;
-  switch (reglages_.TypeFichierSource) {
+  switch (TypeFichierSource_) {
     case TypeFichier::Valeur: filtre = kFiltreVersPrecFiab; break;
     case TypeFichier::PrecFiab: filtre = kFiltreDepuisPrecFiab; break;
     case TypeFichier::DC: filtre = kFiltreVersValeur; break;
@@ -102,13 +100,13 @@ void LogiqueQuillon::mnuEnregistrerSous_Click() {
   if (!choix) return;
 
   reglages_.FichierCible.Nom = choix->nom;
-  switch (reglages_.TypeFichierSource) {
+  switch (TypeFichierSource_) {
     case TypeFichier::Valeur: vue_.MontrerDialogue(valPrecFiab_); break;
     case TypeFichier::PrecFiab: {
       // The target format follows the filter selected, not the extension.
       bool termine = true;
-      if (choix->indexFiltre == 1) termine = ConvertirPtPrecFiabEnPtVal(reglages_);
-      if (choix->indexFiltre == 2) termine = ConvertirPtPrecFiabEnPtMD01(reglages_);
+      if (choix->indexFiltre == 1) termine = Convertir(reglages_, Conversion::PrecFiabEnVal, {});
+      if (choix->indexFiltre == 2) termine = Convertir(reglages_, Conversion::PrecFiabEnMD01, {});
       if (!termine) services_.fin.Terminer();
       break;
     }
@@ -148,8 +146,8 @@ void AffichageFenetre::MontrerBilan(const std::array<std::string, 4>& lignes) {
   messages_.Message(parent_, kTitreApplication, Cp1252VersUtf8(texte));
 }
 
-void AffichageFenetre::MontrerErreurFatale(const std::string& message) {
-  messages_.ErreurFatale(parent_, Cp1252VersUtf8(message));
+void AffichageFenetre::MontrerErreurFatale(const ErreurFatale& erreur) {
+  messages_.ErreurFatale(parent_, Cp1252VersUtf8(MessageFatal(erreur)));
 }
 
 }  // namespace quillon

@@ -100,6 +100,9 @@ class LogiqueQuillon {
   void Form_Unload();
 
   bool MenusFichierActifs() const { return menusFichierActifs_; }
+  // Kind of the source picked by the filter of the open dialog.
+  enum class TypeFichier : int32_t { Aucun = 0, Valeur = 1, PrecFiab = 2, DC = 3 };
+  TypeFichier TypeFichierSource() const { return TypeFichierSource_; }
   LogiqueOptions& DialogueValPrecFiab() { return valPrecFiab_; }
   LogiqueOptions& DialogueDCVal() { return dcVal_; }
 
@@ -110,6 +113,7 @@ class LogiqueQuillon {
   Services& services_;
   VueQuillon& vue_;
   bool menusFichierActifs_ = false;
+  TypeFichier TypeFichierSource_ = TypeFichier::Aucun;
   LogiqueOptions valPrecFiab_;
   LogiqueOptions dcVal_;
 };
@@ -135,7 +139,7 @@ class AffichageFenetre : public Affichage {
   void MontrerBilan(const std::array<std::string, 4>& lignes) override;
   // "Erreur fatale" with the error icon; whoever started the run then ends
   // the program.
-  void MontrerErreurFatale(const std::string& message) override;
+  void MontrerErreurFatale(const ErreurFatale& erreur) override;
 
  private:
   BoitesMessages& messages_;

@@ -10,7 +10,6 @@ namespace quillon::test {
 
 Banc::Banc() {
   InitialiserTables(reglages);
-  reglages.ModeFenetre = true;
   reglages.affichage = &affichage;
   fenetre = std::make_unique<frmQuillon>(reglages, services);
   affichage.DefinirParent(static_cast<QWidget*>(fenetre.get()));

@@ -81,7 +81,6 @@ void RetenirMessage(QtMsgType type, const QMessageLogContext& contexte, const QS
 }  // namespace
 
 int ModeFenetre(int argc, char** argv, ReglagesExecution& reglages) {
-  reglages.ModeFenetre = true;
   std::string programme = NomProgramme(argc, argv);
   if (const std::optional<std::string> raison = RaisonSansAffichage()) {
     SignalerSansAffichage(programme, *raison);

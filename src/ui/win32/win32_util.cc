@@ -6,13 +6,6 @@
 
 namespace quillon::win32 {
 
-std::wstring Large(std::string_view utf8) {
-  const std::u16string texte = Utf8VersUtf16(utf8);
-  return std::wstring(texte.begin(), texte.end());
-}
-
-std::string Utf8(std::wstring_view large) { return Utf16VersUtf8(std::u16string(large.begin(), large.end())); }
-
 UINT DpiFenetre(HWND fenetre) {
   // GetDpiForWindow exists from Windows 10 (1607) on; before, the system DPI.
   using GetDpiForWindowFn = UINT(WINAPI*)(HWND);

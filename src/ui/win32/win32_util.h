@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "io/wide_text.h"
 #include "ui/forms.h"
 
 // Sent from Windows 8.1 on; the headers name it only for such targets.
@@ -16,8 +17,6 @@
 
 namespace quillon::win32 {
 
-std::wstring Large(std::string_view utf8);
-std::string Utf8(std::wstring_view large);
 
 // The DPI of the monitor the window is on (96 at 100 %).
 UINT DpiFenetre(HWND fenetre);

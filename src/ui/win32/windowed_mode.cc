@@ -11,7 +11,6 @@
 namespace quillon {
 
 int ModeFenetre(int, char**, ReglagesExecution& reglages) {
-  reglages.ModeFenetre = true;
   INITCOMMONCONTROLSEX controles{sizeof controles, ICC_STANDARD_CLASSES};
   ::InitCommonControlsEx(&controles);
 

@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <string>
 
-#include "app/batch_options.h"
-#include "app/batch_sources.h"
+#include "app/batch/options.h"
+#include "app/batch/sources.h"
 
 namespace quillon::lot {
 

@@ -2,7 +2,7 @@
 // bytes.
 #include <unistd.h>
 
-#include "app/batch_platform.h"
+#include "app/batch/platform.h"
 
 namespace quillon::lot {
 

@@ -1,4 +1,4 @@
-#include "app/command_line.h"
+#include "app/quillon/command_line.h"
 
 #include "io/encoding.h"
 #include "model/point.h"

@@ -1,4 +1,4 @@
-#include "app/batch_pool.h"
+#include "app/batch/pool.h"
 
 #include <condition_variable>
 #include <mutex>

@@ -1,9 +1,9 @@
-#include "app/console_mode.h"
+#include "app/quillon/console_mode.h"
 
 #include <string>
 
-#include "app/command_line.h"
-#include "app/console.h"
+#include "app/quillon/command_line.h"
+#include "io/console.h"
 #include "conversion/conversions.h"
 
 namespace quillon {
@@ -34,7 +34,6 @@ void AfficherVersion() {
 }
 
 void ModeConsole(std::string_view texteArguments, ReglagesExecution& reglages) {
-  reglages.ModeFenetre = false;
   AfficherVersion();
 
   std::string source, cible;
@@ -48,14 +47,15 @@ void ModeConsole(std::string_view texteArguments, ReglagesExecution& reglages) {
   reglages.journal.NbErreursEcriture = 0;
 
   // Three independent tests, in this order; a fatal error ends the program.
+  const OptionsConversion options{classeEchelle, groupeTheme};
   if (Contient(cible, ".ptp") && Contient(source, ".ptv")) {
-    if (!ConvertirPtValEnPtPrecFiab(reglages, classeEchelle, groupeTheme)) return;
+    if (!Convertir(reglages, Conversion::ValEnPrecFiab, options)) return;
   }
   if (Contient(cible, ".ptv") && Contient(source, ".ptp")) {
-    if (!ConvertirPtPrecFiabEnPtVal(reglages)) return;
+    if (!Convertir(reglages, Conversion::PrecFiabEnVal, options)) return;
   }
   if (Contient(cible, ".ptm") && Contient(source, ".ptp")) {
-    if (!ConvertirPtPrecFiabEnPtMD01(reglages)) return;
+    if (!Convertir(reglages, Conversion::PrecFiabEnMD01, options)) return;
   }
 }
 

@@ -6,15 +6,15 @@
 #include <memory>
 #include <thread>
 
-#include "app/batch_json.h"
-#include "app/batch_options.h"
-#include "app/batch_platform.h"
-#include "app/batch_pool.h"
-#include "app/batch_report.h"
-#include "app/console.h"
+#include "app/batch/json.h"
+#include "app/batch/options.h"
+#include "app/batch/platform.h"
+#include "app/batch/pool.h"
+#include "app/batch/report.h"
+#include "io/console.h"
 #include "io/encoding.h"
 #include "io/file_system.h"
-#include "io/temporary_files.h"
+#include "io/interruptions.h"
 #include "model/value_tables.h"
 #include "version.h"
 

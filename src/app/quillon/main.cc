@@ -1,11 +1,11 @@
 // Quillon's entry point: with arguments, console mode converts one file;
 // without, the main window opens (in the windowed program beside this one).
-#include "app/command_line.h"
-#include "app/console.h"
-#include "app/console_mode.h"
-#include "app/windowed_launch.h"
+#include "app/quillon/command_line.h"
+#include "app/quillon/console_display.h"
+#include "app/quillon/console_mode.h"
+#include "app/quillon/windowed_launch.h"
 #include "conversion/run_settings.h"
-#include "io/temporary_files.h"
+#include "io/interruptions.h"
 
 int main(int argc, char** argv) {
   const std::optional<std::string> arguments = quillon::TexteArgumentsProgramme(argc, argv);

@@ -1,5 +1,5 @@
 // The argument text on POSIX: the system has split the words already.
-#include "app/command_line.h"
+#include "app/quillon/command_line.h"
 
 namespace quillon {
 

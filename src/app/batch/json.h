@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "app/batch_report.h"
+#include "app/batch/report.h"
 
 namespace quillon::lot {
 

@@ -6,8 +6,9 @@
 
 #include <string>
 
-#include "app/console.h"
+#include "io/console.h"
 #include "io/encoding.h"
+#include "io/wide_text.h"
 
 namespace quillon {
 namespace {
@@ -17,7 +18,7 @@ void Ecrire(DWORD quelle, std::string_view texte) {
   if (sortie == INVALID_HANDLE_VALUE || sortie == nullptr) return;
   DWORD mode = 0;
   if (::GetConsoleMode(sortie, &mode)) {
-    const std::u16string large = Utf8VersUtf16(Cp1252VersUtf8(texte));
+    const std::wstring large = Large(Cp1252VersUtf8(texte));
     DWORD ecrits = 0;
     ::WriteConsoleW(sortie, large.data(), static_cast<DWORD>(large.size()), &ecrits, nullptr);
     return;

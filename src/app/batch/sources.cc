@@ -1,11 +1,11 @@
-#include "app/batch_sources.h"
+#include "app/batch/sources.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <map>
 #include <optional>
 
-#include "app/batch_platform.h"
+#include "app/batch/platform.h"
 #include "io/ansi.h"
 #include "io/locale.h"
 
@@ -108,16 +108,6 @@ void EcarterConflits(std::vector<FichierLot>& fichiers, bool verification) {
 }
 
 }  // namespace
-
-const char* NomConversion(Conversion conversion) {
-  switch (conversion) {
-    case Conversion::ValEnPrecFiab: return "ptv-ptp";
-    case Conversion::PrecFiabEnVal: return "ptp-ptv";
-    case Conversion::PrecFiabEnMD01: return "ptp-ptm";
-    case Conversion::DCEnVal: return "pts-ptv";
-  }
-  return "";
-}
 
 ListeLot ListerFichiers(const OptionsLot& options) {
   ListeLot liste;

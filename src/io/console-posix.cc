@@ -1,7 +1,7 @@
 // Standard output and error on POSIX: in the encoding of the user's locale.
 #include <unistd.h>
 
-#include "app/console.h"
+#include "io/console.h"
 #include "io/encoding.h"
 #include "io/locale.h"
 

@@ -1,7 +1,7 @@
 // The windowed program: the main window and its dialogs. quillon starts it
 // when it is given no argument.
 #include "conversion/run_settings.h"
-#include "io/temporary_files.h"
+#include "io/interruptions.h"
 #include "ui/windowed_mode.h"
 
 int main(int argc, char** argv) {

@@ -1,4 +1,4 @@
-#include "app/batch_report.h"
+#include "app/batch/report.h"
 
 #include <cstdio>
 

@@ -1,11 +1,7 @@
-// Standard output, the one place console mode writes to.
+// Standard output and standard error, where the console programs write.
 #pragma once
 
-#include <array>
-#include <string>
 #include <string_view>
-
-#include "io/display.h"
 
 namespace quillon {
 
@@ -17,12 +13,5 @@ namespace quillon {
 void EcrireConsole(std::string_view Texte);
 // The same on standard error.
 void EcrireErreur(std::string_view texte);
-
-// Console mode's way of showing a run's summary and fatal errors.
-class AffichageConsole : public Affichage {
- public:
-  void MontrerBilan(const std::array<std::string, 4>& lignes) override;
-  void MontrerErreurFatale(const std::string& message) override;
-};
 
 }  // namespace quillon

@@ -5,9 +5,10 @@
 
 #include <string>
 
-#include "app/console.h"
-#include "app/windowed_launch.h"
+#include "app/quillon/windowed_launch.h"
+#include "io/console.h"
 #include "io/encoding.h"
+#include "io/wide_text.h"
 
 namespace quillon {
 namespace {
@@ -34,8 +35,7 @@ int LancerModeFenetre(char**) {
     ::CloseHandle(processus.hProcess);
     return 0;
   }
-  const std::u16string large(programme.begin(), programme.end());
-  EcrireErreur(Utf8VersCp1252("quillon: la fenêtre principale n'est pas disponible (" + Utf16VersUtf8(large) +
+  EcrireErreur(Utf8VersCp1252("quillon: la fenêtre principale n'est pas disponible (" + Utf8(programme) +
                               " introuvable); pour convertir en console: quillon SOURCE CIBLE [ECHELLE THEME]\r\n"));
   return 1;
 }

@@ -1,25 +1,20 @@
-#include "app/batch_run.h"
+#include "app/batch/run.h"
 
 #include <filesystem>
 
-#include "app/batch_platform.h"
+#include "app/batch/platform.h"
 #include "conversion/conversions.h"
-#include "io/ansi.h"
 #include "model/point.h"
 
 namespace quillon::lot {
 namespace {
 
-// A run's summary and fatal message, kept for the report instead of being
-// shown. The batch goes on after a failure: the message loses its "the
-// application will stop".
+// A run's fatal error, kept for the report instead of being shown. The
+// batch goes on after a failure: the report gives its cause alone.
 class AffichageLot : public Affichage {
  public:
   void MontrerBilan(const std::array<std::string, 4>&) override {}
-  void MontrerErreurFatale(const std::string& message) override {
-    static constexpr auto kFin = Ansi(u8", l'application va s'arrêter");
-    message_ = message.ends_with(kFin.vue()) ? message.substr(0, message.size() - kFin.taille) : message;
-  }
+  void MontrerErreurFatale(const ErreurFatale& erreur) override { message_ = CauseFatale(erreur); }
   const std::string& Message() const { return message_; }
 
  private:
@@ -57,19 +52,6 @@ void CreerDossierDe(const std::string& chemin) {
   std::filesystem::create_directories(CheminNatif(chemin).parent_path(), ec);
 }
 
-bool Lancer(ReglagesExecution& reglages, const FichierLot& fichier, const OptionsLot& options) {
-  switch (fichier.conversion) {
-    case Conversion::ValEnPrecFiab:
-      return ConvertirPtValEnPtPrecFiab(reglages, options.classeEchelle, options.groupeTheme);
-    case Conversion::PrecFiabEnVal: return ConvertirPtPrecFiabEnPtVal(reglages);
-    case Conversion::PrecFiabEnMD01: return ConvertirPtPrecFiabEnPtMD01(reglages);
-    case Conversion::DCEnVal:
-      // Without a theme group the DC run takes CS, as its dialog starts.
-      return ConvertirPtDCEnPtVal(reglages, options.groupeTheme != 0 ? options.groupeTheme : kGroupeCS);
-  }
-  return false;
-}
-
 }  // namespace
 
 const char* MotIssue(Issue issue) {
@@ -99,7 +81,6 @@ ResultatFichier ConvertirFichier(const FichierLot& fichier, const OptionsLot& op
   AffichageLot affichage;
   SystemeVerification verification(fichier.cible);
   ReglagesExecution reglages;
-  reglages.ModeFenetre = false;
   reglages.affichage = &affichage;
   if (options.verification) reglages.systeme = &verification;
   reglages.arret = arret;
@@ -107,7 +88,10 @@ ResultatFichier ConvertirFichier(const FichierLot& fichier, const OptionsLot& op
   reglages.journal.FichierLog.Nom = fichier.log;
   reglages.FichierCible.Nom = fichier.cible;
 
-  const bool complete = Lancer(reglages, fichier, options);
+  // Without a theme group the DC run takes CS, as its dialog starts.
+  const int32_t groupe =
+      fichier.conversion == Conversion::DCEnVal && options.groupeTheme == 0 ? kGroupeCS : options.groupeTheme;
+  const bool complete = Convertir(reglages, fichier.conversion, {options.classeEchelle, groupe});
 
   const Journal& journal = reglages.journal;
   r.lues = journal.NumeroLigne();

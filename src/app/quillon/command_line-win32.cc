@@ -2,15 +2,15 @@
 // that any file name Windows accepts goes through.
 #include <windows.h>
 
-#include "app/command_line.h"
-#include "io/encoding.h"
+#include "app/quillon/command_line.h"
+#include "io/wide_text.h"
 
 namespace quillon {
 
 std::optional<std::string> TexteArgumentsProgramme(int, const char* const*) {
   const wchar_t* ligne = ::GetCommandLineW();
   const std::string texte =
-      TexteApresNomProgramme(Utf16VersUtf8(reinterpret_cast<const char16_t*>(ligne != nullptr ? ligne : L"")));
+      TexteApresNomProgramme(Utf8(ligne != nullptr ? ligne : L""));
   if (texte.empty()) return std::nullopt;
   return texte;
 }

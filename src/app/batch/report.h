@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "app/batch_run.h"
-#include "app/batch_sources.h"
+#include "app/batch/run.h"
+#include "app/batch/sources.h"
 
 namespace quillon::lot {
 

@@ -6,7 +6,7 @@
 #include <functional>
 #include <vector>
 
-#include "app/batch_run.h"
+#include "app/batch/run.h"
 
 namespace quillon::lot {
 

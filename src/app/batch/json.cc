@@ -1,4 +1,4 @@
-#include "app/batch_json.h"
+#include "app/batch/json.h"
 
 #include <nlohmann/json.hpp>
 

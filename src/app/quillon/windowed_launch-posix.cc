@@ -3,8 +3,8 @@
 #include <climits>
 #include <string>
 
-#include "app/console.h"
-#include "app/windowed_launch.h"
+#include "io/console.h"
+#include "app/quillon/windowed_launch.h"
 #include "io/encoding.h"
 
 namespace quillon {

@@ -3,36 +3,27 @@
 #include <windows.h>
 #include <shellapi.h>
 
-#include "app/batch_platform.h"
-#include "io/encoding.h"
+#include "app/batch/platform.h"
+#include "io/wide_text.h"
 
 namespace quillon::lot {
-namespace {
-
-std::string VersUtf8(const wchar_t* texte) {
-  return Utf16VersUtf8(reinterpret_cast<const char16_t*>(texte));
-}
-
-}  // namespace
 
 std::vector<std::string> MotsProgramme(int, char**) {
   std::vector<std::string> mots;
   int n = 0;
   wchar_t** arguments = ::CommandLineToArgvW(::GetCommandLineW(), &n);
   if (arguments == nullptr) return mots;
-  for (int i = 1; i < n; ++i) mots.push_back(VersUtf8(arguments[i]));
+  for (int i = 1; i < n; ++i) mots.push_back(Utf8(arguments[i]));
   ::LocalFree(arguments);
   return mots;
 }
 
 std::filesystem::path CheminNatif(const std::string& texte) {
-  const std::u16string large = Utf8VersUtf16(texte);
-  return std::filesystem::path(std::wstring(large.begin(), large.end()));
+  return std::filesystem::path(Large(texte));
 }
 
 std::string TexteChemin(const std::filesystem::path& chemin) {
-  const std::wstring& large = chemin.native();
-  return Utf16VersUtf8(std::u16string(large.begin(), large.end()));
+  return Utf8(chemin.native());
 }
 
 // A console, not merely a character device: NUL is one too.

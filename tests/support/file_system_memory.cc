@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "io/file_system.h"
+#include "support/file_system_memory.h"
 
 namespace quillon {
 namespace {

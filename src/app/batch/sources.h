@@ -5,14 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "app/batch_options.h"
+#include "app/batch/options.h"
+#include "conversion/conversions.h"
 
 namespace quillon::lot {
-
-enum class Conversion { ValEnPrecFiab, PrecFiabEnVal, PrecFiabEnMD01, DCEnVal };
-
-// "ptv-ptp" and the like, for the report.
-const char* NomConversion(Conversion conversion);
 
 struct FichierLot {
   std::string source;
