@@ -12,6 +12,9 @@ all: build
 deps:
 	@scripts/install-deps.sh
 
+# cmake's configure step, quiet unless it fails: $(call configurer,ARGS)
+configurer = out=$$(cmake $(1) 2>&1) || { printf '%s\n' "$$out" >&2; exit 1; }
+
 # The console program is built twice: instrumented in $(BUILD)-pgo, trained
 # on generated files, then optimised from that profile in $(BUILD). PGO=0
 # builds it once, without a profile.
@@ -23,36 +26,39 @@ else
 PGO_OPTIONS = -DQUILLON_PGO=
 endif
 
-build: deps
+build:
 ifeq ($(PGO),1)
-	@cmake -S . -B $(BUILD)-pgo -DCMAKE_BUILD_TYPE=Release -DQUILLON_UI=OFF -DQUILLON_TESTS=OFF \
-	  -DQUILLON_PGO=generate -DQUILLON_PGO_DIR=$(PROFIL) >/dev/null
+	@$(call configurer,-S . -B $(BUILD)-pgo -DCMAKE_BUILD_TYPE=Release -DQUILLON_UI=OFF -DQUILLON_TESTS=OFF \
+	  -DQUILLON_PGO=generate -DQUILLON_PGO_DIR=$(PROFIL))
 	@cmake --build $(BUILD)-pgo -j $(JOBS) --target quillon quillon_generer
 	@scripts/pgo-train.sh $(BUILD)-pgo $(PROFIL)
 endif
-	@cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=Release $(PGO_OPTIONS) >/dev/null
+	@$(call configurer,-S . -B $(BUILD) -DCMAKE_BUILD_TYPE=Release $(PGO_OPTIONS))
 	@cmake --build $(BUILD) -j $(JOBS)
 
 # Converts the bundled samples and shows targets, logs and summaries.
-demo: build
+demo: deps
+	@$(MAKE) --no-print-directory build
 	@scripts/demo.sh $(BUILD)/quillon
 
-test: build
+test: deps
+	@$(MAKE) --no-print-directory build
 	@cd $(BUILD) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)
 
 # The whole suite again under AddressSanitizer and UndefinedBehaviorSanitizer.
 sanitize: deps
-	@cmake -S . -B $(BUILD)-asan -DCMAKE_BUILD_TYPE=Debug -DQUILLON_SANITIZE=ON >/dev/null
+	@$(call configurer,-S . -B $(BUILD)-asan -DCMAKE_BUILD_TYPE=Debug -DQUILLON_SANITIZE=ON)
 	@cmake --build $(BUILD)-asan -j $(JOBS)
 	@cd $(BUILD)-asan && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)
 
-bench: build
+bench: deps
+	@$(MAKE) --no-print-directory build
 	@bench/run_bench.sh $(BUILD)
 	@bench/run_bench_lot.sh $(BUILD)
 
 fuzz:
 	@scripts/install-deps.sh fuzz
-	@CXX=clang++ cmake -S . -B $(BUILD)-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DQUILLON_FUZZ=ON -DQUILLON_UI=OFF -DQUILLON_TESTS=OFF >/dev/null
+	@export CXX=clang++; $(call configurer,-S . -B $(BUILD)-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DQUILLON_FUZZ=ON -DQUILLON_UI=OFF -DQUILLON_TESTS=OFF)
 	@cmake --build $(BUILD)-fuzz -j $(JOBS)
 	@fuzz/run_fuzz.sh $(BUILD)-fuzz
 
@@ -61,15 +67,15 @@ fuzz:
 windows:
 	@scripts/install-deps.sh windows
 	@for arch in 64:x86_64 32:i686; do \
-	  cmake -S . -B $(BUILD)-win$${arch%%:*} -DCMAKE_BUILD_TYPE=Release \
-	    -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-$${arch#*:}.cmake >/dev/null && \
+	  $(call configurer,-S . -B $(BUILD)-win$${arch%%:*} -DCMAKE_BUILD_TYPE=Release \
+	    -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-$${arch#*:}.cmake) && \
 	  cmake --build $(BUILD)-win$${arch%%:*} -j $(JOBS) || exit 1; \
 	done
 
 # The Windows builds' tests under wine; the e2e cases are driven by the
 # Linux e2e program, built here if need be.
 test-windows: windows
-	@test -f $(BUILD)/CMakeCache.txt || cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=Release -DQUILLON_PGO= >/dev/null
+	@test -f $(BUILD)/CMakeCache.txt || { $(call configurer,-S . -B $(BUILD) -DCMAKE_BUILD_TYPE=Release -DQUILLON_PGO=); }
 	@cmake --build $(BUILD) -j $(JOBS) --target quillon_e2e_tests quillon_lot_tests
 	@tests/windows/run-tests.sh $(BUILD) $(BUILD)-win64 $(BUILD)-win32
 
@@ -91,7 +97,7 @@ package-windows: windows
 
 # The installer under wine: silent install, a conversion, uninstall.
 check-packages-windows: package-windows
-	@test -f $(BUILD)/CMakeCache.txt || cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=Release -DQUILLON_PGO= >/dev/null
+	@test -f $(BUILD)/CMakeCache.txt || { $(call configurer,-S . -B $(BUILD) -DCMAKE_BUILD_TYPE=Release -DQUILLON_PGO=); }
 	@cmake --build $(BUILD) -j $(JOBS) --target quillon
 	@scripts/check-packages.sh windows $(BUILD)-windows $(BUILD)
 
