@@ -111,11 +111,13 @@ verifier_windows() {
   version=${installateur##*/quillon-}
   version=${version%-win64-installation.exe}
 
-  # The zips: one folder with the programs, the README and the samples.
+  # The zips: one folder with the programs, the README, the license, the
+  # third-party notices and the samples.
   for arch in 64 32; do
     zip=$paquets/quillon-$version-win$arch.zip
     contenu=$(unzip -Z1 "$zip" 2>/dev/null || true)
-    for f in quillon.exe quillon-lot.exe quillon-fenetres.exe README.md samples/lot12.ptv samples/lot12.ptp samples/lot12.pts; do
+    for f in quillon.exe quillon-lot.exe quillon-fenetres.exe README.md LICENSE NOTICES \
+      samples/lot12.ptv samples/lot12.ptp samples/lot12.pts; do
       echo "$contenu" | grep -qx "quillon-$version-win$arch/$f" || echec "$(basename "$zip") n'a pas $f"
     done
   done
@@ -138,7 +140,7 @@ verifier_windows() {
   # A silent install, with its defaults.
   wine "$installateur" /S </dev/null >/dev/null 2>&1 || echec "l'installateur a échoué"
   wineserver -w
-  for f in quillon.exe quillon-lot.exe quillon-fenetres.exe README.md samples/lot12.ptv desinstaller.exe; do
+  for f in quillon.exe quillon-lot.exe quillon-fenetres.exe README.md LICENSE NOTICES samples/lot12.ptv desinstaller.exe; do
     verifier "$f n'est pas installé dans Program Files\\Quillon" test -f "$dossier/$f"
   done
   des=$(wine reg query "$cle_des" 2>/dev/null | tr -d '\r')

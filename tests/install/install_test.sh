@@ -24,10 +24,10 @@ usr=$racine/usr
 #   case pattern on the build | paths under /usr
 id=ch.quillon.Quillon doc=share/doc/quillon completions=share/bash-completion/completions
 fichiers="* bin/quillon bin/quillon-lot $completions/quillon $completions/quillon-lot
-* $doc/README.md $doc/copyright $doc/changelog.gz
+* $doc/README.md $doc/copyright $doc/NOTICES.gz $doc/changelog.gz
 * $doc/samples/lot12.ptv $doc/samples/lot12.ptp $doc/samples/lot12.pts
 fen=ON* bin/quillon-fenetres share/applications/$id.desktop share/metainfo/$id.metainfo.xml
-fen=ON* $doc-fenetres/copyright $doc-fenetres/changelog.gz
+fen=ON* $doc-fenetres/copyright $doc-fenetres/NOTICES.gz $doc-fenetres/changelog.gz
 fen=ON* $(for t in 16 32 48 64 128 256; do printf ' share/icons/hicolor/%sx%s/apps/%s.png' $t $t $id; done)
 *man=ON share/man/man1/quillon.1.gz share/man/man1/quillon-lot.1.gz
 fen=ON,man=ON share/man/man1/quillon-fenetres.1.gz"
