@@ -1,18 +1,30 @@
-# What the benchmark scripts share. Sourced by bash, after setting:
-#   nom       the script's name, for its messages
-#   build     the build folder
-#   scratch   the scratch folder (created here)
-#   essais    runs per measure
-# It checks that the build holds quillon, bench/quillon_generer,
-# bench/quillon_mesurer and the programs named in $programmes, and sets
-# quillon, generer, mesurer and resultat.
+# What the benchmark scripts share, sourced by bash with the script's own
+# arguments, BUILD_DIR [SCRATCH_DIR], after setting:
+#   defaut      the scratch folder when none is given (ignored by git)
+#   programmes  the programs of the build it needs beside quillon, if any
+# It checks the arguments and that the build holds quillon,
+# bench/quillon_generer, bench/quillon_mesurer and $programmes, and sets
+# nom (the script's name, for its messages), racine, build, scratch (made
+# here), essais (BENCH_RUNS, default 3, runs per measure), quillon,
+# generer, mesurer, resultat and echecs (the targets missed, reported by
+# objectifs).
+nom="$(basename "$0" .sh)"
+if [ $# -lt 1 ] || [ $# -gt 2 ]; then
+  echo "usage: $0 BUILD_DIR [SCRATCH_DIR]" >&2
+  exit 2
+fi
+racine="$(cd "$(dirname "$0")/.." && pwd)"
+build="$(cd "$1" && pwd)"
+scratch="${2:-$racine/$defaut}"
+essais="${BENCH_RUNS:-3}"
+echecs=()
 
 quillon="$build/quillon"
 generer="$build/bench/quillon_generer"
 mesurer="$build/bench/quillon_mesurer"
-for exe in "$quillon" "$generer" "$mesurer" ${programmes:-}; do
-  if [ ! -x "$exe" ]; then
-    echo "$nom: $exe is missing; build $build first" >&2
+for exe in quillon bench/quillon_generer bench/quillon_mesurer ${programmes:-}; do
+  if [ ! -x "$build/$exe" ]; then
+    echo "$nom: $build/$exe is missing; build $build first" >&2
     exit 1
   fi
 done
@@ -49,3 +61,12 @@ mesurer() {
 plus_petit() { awk -v a="$1" -v b="$2" 'BEGIN { exit !(a < b) }'; }
 # calcul FORMAT EXPRESSION; d(a, b) divides without failing on a zero time.
 calcul() { awk "function d(a, b) { return a / (b > 0 ? b : 1e-6) } BEGIN { printf \"$1\", $2 }"; }
+
+# objectifs: the targets missed, if any, after the report.
+objectifs() {
+  if [ ${#echecs[@]} -gt 0 ]; then
+    echo
+    echo "Below target:"
+    printf '  %s\n' "${echecs[@]}"
+  fi
+}

@@ -19,19 +19,10 @@
 # and a faulty file converted within 3 times the time of a valid one.
 set -euo pipefail
 
-if [ $# -lt 1 ] || [ $# -gt 2 ]; then
-  echo "usage: $0 BUILD_DIR [SCRATCH_DIR]" >&2
-  exit 2
-fi
-racine="$(cd "$(dirname "$0")/.." && pwd)"
-build="$(cd "$1" && pwd)"
-scratch="${2:-$racine/bench/out}"
+defaut=bench/out
+. "$(dirname "$0")/commun.sh"
 lignes="${BENCH_LINES:-1000000}"
 grandes="${BENCH_BIG_LINES:-10000000}"
-essais="${BENCH_RUNS:-3}"
-
-nom=run_bench
-. "$racine/bench/commun.sh"
 
 # Targets and thresholds.
 objectif_lignes=3000000
@@ -58,7 +49,6 @@ erreurs() {
 taille() { stat -c %s "$1"; }
 
 lignes_tableau=()
-echecs=()
 ligne_tableau() { lignes_tableau+=("$(printf "$@")"); }
 format='%-26s %10s %7s %7s %7s %11s %8s %6s %9s %8s'
 ligne_tableau "$format" "conversion" "lines/s" "MB/s" "wall s" "CPU s" "lines/CPU s" "peak KiB" "x cat" "errors" "target"
@@ -133,8 +123,4 @@ echo "lines/s and MB/s: on the best wall time; x cat: best wall time over that o
 echo "errors: reading/writing errors of the run's summary (0/0 expected for a valid file);"
 echo "target: lines written (the MD01 conversion skips the themes 7x and 8x)"
 echo "load average at the end: $(cut -d' ' -f1-3 /proc/loadavg) (wall times suffer when the machine is busy)"
-if [ ${#echecs[@]} -gt 0 ]; then
-  echo
-  echo "Below target:"
-  printf '  %s\n' "${echecs[@]}"
-fi
+objectifs

@@ -17,25 +17,14 @@
 # Each timing is the best wall time of BENCH_RUNS runs (default 3).
 set -euo pipefail
 
-if [ $# -lt 1 ] || [ $# -gt 2 ]; then
-  echo "usage: $0 BUILD_DIR [SCRATCH_DIR]" >&2
-  exit 2
-fi
-racine="$(cd "$(dirname "$0")/.." && pwd)"
-build="$(cd "$1" && pwd)"
-scratch="${2:-$racine/bench/out/lot}"
+defaut=bench/out/lot programmes=quillon-lot
+. "$(dirname "$0")/commun.sh"
 fichiers="${BENCH_LOT_FILES:-1000}"
 lignes_petits="${BENCH_LOT_LINES:-1000}"
 lignes="${BENCH_LINES:-1000000}"
-essais="${BENCH_RUNS:-3}"
-
 lot="$build/quillon-lot"
-nom=run_bench_lot
-programmes="$lot"
-. "$racine/bench/commun.sh"
 objectif_rapport=5
 objectif_grand=1.10
-
 
 # --- Many small files --------------------------------------------------------
 petits="$scratch/petits"
@@ -73,7 +62,7 @@ mesurer "$lot" -e 1000 -t CS -c "$scratch/grand-lot.ptp" "$grand"
 grand_lot="$meilleur"
 rapport_grand="$(calcul %.2f "d($grand_lot, $grand_quillon)")"
 if ! cmp -s "$scratch/grand-quillon.ptp" "$scratch/grand-lot.ptp"; then
-  echo "run_bench_lot: the two targets of the large file differ" >&2
+  echo "$nom: the two targets of the large file differ" >&2
   exit 1
 fi
 
@@ -90,7 +79,6 @@ printf '%-46s %9s s   (%s lines/s)\n' "1 file x $lignes lines, quillon-lot" "$(c
   "$(calcul %.0f "d($lignes, $grand_lot)")"
 echo "ratio quillon-lot / quillon on the large file: $rapport_grand (target <= $objectif_grand)"
 echo "load average at the end: $(cut -d' ' -f1-3 /proc/loadavg) (wall times suffer when the machine is busy)"
-echecs=()
 if plus_petit "$rapport" "$objectif_rapport"; then
   echecs+=("many files: quillon-lot only $rapport times faster than the loop")
 fi
@@ -98,8 +86,4 @@ if plus_petit "$objectif_grand" "$rapport_grand"; then
   echecs+=("large file: quillon-lot takes $rapport_grand times quillon's time")
 fi
 if [ "${convertis:-0}" != "$fichiers" ]; then echecs+=("many files: ${convertis:-?} of $fichiers converted"); fi
-if [ ${#echecs[@]} -gt 0 ]; then
-  echo
-  echo "Below target:"
-  printf '  %s\n' "${echecs[@]}"
-fi
+objectifs

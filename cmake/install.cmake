@@ -4,14 +4,17 @@
 # Linux, in the folders of GNUInstallDirs, in two components that are also
 # the two Debian packages (cmake/packaging.cmake):
 #   quillon    the console and batch programs, their manual pages, the bash
-#              completion, the README, the samples, copyright and changelog
+#              completion, the README, the samples, copyright, the
+#              third-party notices and changelog
 #   fenetres   the windowed program, its manual page, the desktop entry, the
-#              icons in the hicolor theme and the AppStream metainfo
+#              icons in the hicolor theme, the AppStream metainfo, and its
+#              own copyright, notices and changelog
 # The windowed program stays in bin beside quillon, which starts it from its
 # own folder, installed as in the build tree.
 #
-# Windows: one flat folder, the programs at its root with the README and the
-# samples, for the zip and the installer (packaging/windows).
+# Windows: one flat folder, the programs at its root with the README, the
+# license, the third-party notices and the samples, for the zip and the
+# installer (packaging/windows).
 include(GNUInstallDirs)
 
 # The application's one identifier: desktop entry, icons, metainfo.
@@ -42,7 +45,7 @@ if(WIN32)
   if(TARGET quillon-fenetres)
     install(TARGETS quillon-fenetres RUNTIME DESTINATION .)
   endif()
-  install(FILES README.md DESTINATION .)
+  install(FILES README.md LICENSE NOTICES DESTINATION .)
   install(DIRECTORY samples/ DESTINATION samples)
   return()
 endif()
@@ -96,14 +99,19 @@ install(FILES data/completion/quillon data/completion/quillon-lot
         DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/bash-completion/completions COMPONENT quillon)
 
 # Documentation: README, samples, and for each package the copyright and the
-# changelog Debian asks for.
+# changelog Debian asks for, and the third-party notices (NOTICES: what the
+# programs hold of other works, and their licenses). The changelog and the
+# notices are compressed, as Debian wants its longer documents; the license
+# itself is in copyright.
 configure_file(packaging/debian/changelog.in ${CMAKE_CURRENT_BINARY_DIR}/debian/changelog @ONLY)
-add_custom_command(OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/debian/changelog.gz
-  COMMAND gzip -9nc ${CMAKE_CURRENT_BINARY_DIR}/debian/changelog > ${CMAKE_CURRENT_BINARY_DIR}/debian/changelog.gz
-  DEPENDS ${CMAKE_CURRENT_BINARY_DIR}/debian/changelog
-  VERBATIM)
-add_custom_target(quillon_changelog ALL DEPENDS ${CMAKE_CURRENT_BINARY_DIR}/debian/changelog.gz)
-install(FILES README.md packaging/debian/copyright ${CMAKE_CURRENT_BINARY_DIR}/debian/changelog.gz
+configure_file(NOTICES ${CMAKE_CURRENT_BINARY_DIR}/debian/NOTICES COPYONLY)
+set(QUILLON_DOCS_DEBIAN ${CMAKE_CURRENT_BINARY_DIR}/debian/changelog.gz ${CMAKE_CURRENT_BINARY_DIR}/debian/NOTICES.gz)
+foreach(gz IN LISTS QUILLON_DOCS_DEBIAN)
+  string(REGEX REPLACE "[.]gz$" "" texte ${gz})
+  add_custom_command(OUTPUT ${gz} COMMAND gzip -9nc ${texte} > ${gz} DEPENDS ${texte} VERBATIM)
+endforeach()
+add_custom_target(quillon_docs_debian ALL DEPENDS ${QUILLON_DOCS_DEBIAN})
+install(FILES README.md packaging/debian/copyright ${QUILLON_DOCS_DEBIAN}
         DESTINATION ${QUILLON_DOCDIR} COMPONENT quillon)
 install(DIRECTORY samples/ DESTINATION ${QUILLON_DOCDIR}/samples COMPONENT quillon)
 
@@ -118,7 +126,7 @@ if(QUILLON_AVEC_FENETRES)
   configure_file(data/${QUILLON_ID}.metainfo.xml.in ${CMAKE_CURRENT_BINARY_DIR}/${QUILLON_ID}.metainfo.xml @ONLY)
   install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${QUILLON_ID}.metainfo.xml
           DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/metainfo COMPONENT fenetres)
-  install(FILES packaging/debian/copyright ${CMAKE_CURRENT_BINARY_DIR}/debian/changelog.gz
+  install(FILES packaging/debian/copyright ${QUILLON_DOCS_DEBIAN}
           DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/quillon-fenetres COMPONENT fenetres)
 endif()
 

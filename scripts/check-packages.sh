@@ -22,47 +22,11 @@ tmp=$(mktemp -d -t quillon-paquets.XXXXXX)
 nettoyer() { rm -rf "$tmp"; }
 trap nettoyer EXIT
 
-echecs=0
-echec() {
-  printf 'ÉCHEC: %s\n' "$*" >&2
-  echecs=$((echecs + 1))
-}
+. "$projet/tests/install/commun.sh"
 verifier() {  # verifier MESSAGE COMMAND...: a failure unless COMMAND succeeds
   verifier_message=$1
   shift
   "$@" >/dev/null 2>&1 || echec "$verifier_message"
-}
-fin() {
-  if [ "$echecs" -ne 0 ]; then
-    echo "check-packages: $echecs échec(s)" >&2
-    exit 1
-  fi
-  echo "check-packages: $1"
-}
-
-# Runs a command in a copy of the samples, in folder $1, and keeps its
-# standard output in sortie.txt; the log's date line is dropped.
-#   convertir DIR SAMPLES_DIR COMMAND...
-convertir() {
-  conv_ici=$1 conv_echantillons=$2
-  shift 2
-  mkdir -p "$conv_ici"
-  cp "$conv_echantillons"/lot12.pt? "$conv_ici"
-  (cd "$conv_ici" && "$@" >sortie.txt 2>erreur.txt) || true
-  for conv_log in "$conv_ici"/*.log; do
-    [ -f "$conv_log" ] && sed -i 2d "$conv_log"
-  done
-}
-# The same files, byte for byte, in two folders.
-#   memes NAME DIR1 DIR2 FILE...
-memes() {
-  memes_nom=$1 memes_a=$2 memes_b=$3
-  shift 3
-  for memes_f in "$@"; do
-    if [ ! -f "$memes_a/$memes_f" ] || ! cmp -s "$memes_a/$memes_f" "$memes_b/$memes_f"; then
-      echec "$memes_nom: $memes_f n'est pas le même"
-    fi
-  done
 }
 
 verifier_deb() {
@@ -86,12 +50,11 @@ $fen|Depends|^quillon \(= $version\),.*libqt6widgets6|
 $fen|Depends|libc6 \(>=|"
   echo "$champs" | while IFS='|' read -r deb champ oui non; do
     valeur=$(dpkg-deb -f "$deb" "$champ")
-    echo "$valeur" | grep -Eq -- "$oui" || echo "$(basename "$deb"): $champ « $valeur » ne correspond pas à $oui"
+    echo "$valeur" | grep -Eq -- "$oui" || echec "$(basename "$deb"): $champ « $valeur » ne correspond pas à $oui"
     if [ -n "$non" ] && echo "$valeur" | grep -Eq -- "$non"; then
-      echo "$(basename "$deb"): $champ « $valeur » contient $non"
+      echec "$(basename "$deb"): $champ « $valeur » contient $non"
     fi
-  done >"$tmp/champs"
-  while read -r ligne; do echec "$ligne"; done <"$tmp/champs"
+  done
 
   # apt takes them, alone and together (a simulation: nothing is installed).
   verifier "apt ne peut pas installer $(basename "$cli") seul" apt-get install --simulate "$cli"
@@ -119,17 +82,12 @@ lot|quillon-lot|-p ptm -t CS lot12.ptp lot12.pts|lot12.ptm lot12.ptv lot12.ptp.l
     convertir "$tmp/$nom/construit" "$projet/samples" env LC_ALL=C "$build/$programme" $arguments
     # shellcheck disable=SC2086
     memes "$nom" "$tmp/$nom/construit" "$tmp/$nom/paquet" sortie.txt $fichiers
-  done 2>"$tmp/cas"
-  while read -r ligne; do echec "${ligne#ÉCHEC: }"; done <"$tmp/cas"
+  done
   grep -q '^Quillon, Version '"$version" "$tmp/ptp-ptm/paquet/sortie.txt" ||
     echec "le quillon du paquet n'écrit pas sa version"
 
   # quillon without arguments starts the packaged quillon-fenetres.
-  message=$(env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM timeout 30 "$usr/bin/quillon" 2>&1 >/dev/null || true)
-  case $message in
-    *"aucun affichage disponible"*) ;;
-    *) echec "quillon sans argument ne lance pas quillon-fenetres: $message" ;;
-  esac
+  lance_fenetres "$usr/bin/quillon"
 
   # Debian's and freedesktop's own checks.
   if ! lintian --fail-on error,warning --display-info "$cli" "$fen" >"$tmp/lintian" 2>&1; then
@@ -141,7 +99,7 @@ lot|quillon-lot|-p ptm -t CS lot12.ptp lot12.pts|lot12.ptm lot12.ptv lot12.ptp.l
   verifier "appstreamcli: $(appstreamcli validate --no-net "$usr"/share/metainfo/*.xml 2>&1)" \
     appstreamcli validate --no-net "$usr"/share/metainfo/ch.quillon.Quillon.metainfo.xml
 
-  fin "$(basename "$cli") ($(stat -c %s "$cli") octets), $(basename "$fen") ($(stat -c %s "$fen") octets): \
+  bilan check-packages "$(basename "$cli") ($(stat -c %s "$cli") octets), $(basename "$fen") ($(stat -c %s "$fen") octets): \
 champs, apt, fichiers, $(echo "$cas" | wc -l) conversions, lintian ($(grep -c '^[IPN]:' "$tmp/lintian" || true) remarque(s) d'information), \
 desktop-file-validate, appstreamcli"
 }
@@ -153,11 +111,13 @@ verifier_windows() {
   version=${installateur##*/quillon-}
   version=${version%-win64-installation.exe}
 
-  # The zips: one folder with the programs, the README and the samples.
+  # The zips: one folder with the programs, the README, the license, the
+  # third-party notices and the samples.
   for arch in 64 32; do
     zip=$paquets/quillon-$version-win$arch.zip
     contenu=$(unzip -Z1 "$zip" 2>/dev/null || true)
-    for f in quillon.exe quillon-lot.exe quillon-fenetres.exe README.md samples/lot12.ptv samples/lot12.ptp samples/lot12.pts; do
+    for f in quillon.exe quillon-lot.exe quillon-fenetres.exe README.md LICENSE NOTICES \
+      samples/lot12.ptv samples/lot12.ptp samples/lot12.pts; do
       echo "$contenu" | grep -qx "quillon-$version-win$arch/$f" || echec "$(basename "$zip") n'a pas $f"
     done
   done
@@ -180,7 +140,7 @@ verifier_windows() {
   # A silent install, with its defaults.
   wine "$installateur" /S </dev/null >/dev/null 2>&1 || echec "l'installateur a échoué"
   wineserver -w
-  for f in quillon.exe quillon-lot.exe quillon-fenetres.exe README.md samples/lot12.ptv desinstaller.exe; do
+  for f in quillon.exe quillon-lot.exe quillon-fenetres.exe README.md LICENSE NOTICES samples/lot12.ptv desinstaller.exe; do
     verifier "$f n'est pas installé dans Program Files\\Quillon" test -f "$dossier/$f"
   done
   des=$(wine reg query "$cle_des" 2>/dev/null | tr -d '\r')
@@ -237,7 +197,7 @@ verifier_windows() {
   chemin=$(wine reg query "$cle_env" /v Path 2>/dev/null | tr -d '\r' | sed -n 's/.*REG_EXPAND_SZ *//p')
   [ "$chemin" = "$chemin_avant" ] || echec "PATH après la désinstallation /SANSPATH: $chemin"
 
-  fin "$(basename "$installateur") ($(stat -c %s "$installateur") octets) et les zips: installation silencieuse, conversion, menu Démarrer, liste des programmes, PATH, désinstallation"
+  bilan check-packages "$(basename "$installateur") ($(stat -c %s "$installateur") octets) et les zips: installation silencieuse, conversion, menu Démarrer, liste des programmes, PATH, désinstallation"
 }
 
 case ${1:-} in

@@ -3,8 +3,8 @@
 #   packaging/windows/package.sh WIN64_BUILD WIN32_BUILD OUT_DIR
 # writes into OUT_DIR
 #   quillon-VERSION-win64.zip, quillon-VERSION-win32.zip
-#       one folder, quillon-VERSION-winNN, with the programs, README.md and
-#       samples: Quillon without installing anything
+#       one folder, quillon-VERSION-winNN, with the programs, README.md,
+#       LICENSE, NOTICES and samples: Quillon without installing anything
 #   quillon-VERSION-win64-installation.exe
 #       the installer for x86-64 Windows (quillon.nsi, built with makensis)
 # Each build is installed into a folder first (cmake --install --strip, the

@@ -5,7 +5,7 @@
 ;            -DICONE=quillon.ico -DSORTIE=quillon-0.5.5-win64-installation.exe quillon.nsi
 ;
 ; SOURCE is the Windows build installed into a folder (cmake --install): the
-; programs, README.md and samples\. FICHIERS lists its files in two macros,
+; programs, README.md, LICENSE, NOTICES and samples\. FICHIERS lists its files in two macros,
 ; FICHIERS_INSTALLER and FICHIERS_DESINSTALLER (written by package.sh), so
 ; that the uninstaller removes exactly what was installed. The installer puts them into Program
 ; Files\Quillon, adds a Start-menu entry that opens the windowed program,
@@ -112,7 +112,7 @@ Section "Programmes en ligne de commande dans le PATH" SecPath
   ${EndIf}
 SectionEnd
 
-LangString DESC_Programmes ${LANG_FRENCH} "quillon.exe et quillon-lot.exe en console, la fenêtre principale, le LISEZ-MOI (README.md) et les exemples."
+LangString DESC_Programmes ${LANG_FRENCH} "quillon.exe et quillon-lot.exe en console, la fenêtre principale, le LISEZ-MOI (README.md), la licence (LICENSE), les mentions des œuvres tierces (NOTICES) et les exemples."
 LangString DESC_Path ${LANG_FRENCH} "Ajoute le dossier d'installation au PATH du système : quillon et quillon-lot se lancent alors dans toute console."
 !insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN
   !insertmacro MUI_DESCRIPTION_TEXT ${SecProgrammes} $(DESC_Programmes)
