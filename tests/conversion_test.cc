@@ -188,6 +188,22 @@ TEST_F(Execution, LesCompteursNeSArretentPasA32767) {
   EXPECT_EQ(affichage.bilans.at(0)[2], W("297000 erreur(s) constatée(s) lors de la lecture du fichier source"));
 }
 
+// A stop asked for is seen before the next line: the run reads no more of
+// its source, shows nothing, and leaves the previous target and log.
+TEST_F(Execution, UnArretDemandeEstVuAvantLaLigneSuivante) {
+  std::string source;
+  for (int i = 0; i < 1000; ++i) source += "02   5  12        1001 1 N 10.0  538000.500  152000.250\r\n";
+  fs.fichiers = {{"src", source}, {"cible", "cible d'avant\r\n"}, {"src.log", "journal d'avant\r\n"}};
+  const auto avant = fs.fichiers;
+  const std::atomic<bool> arret{true};
+  r.arret = &arret;
+  EXPECT_FALSE(ConvertirPtPrecFiabEnPtVal(r));
+  EXPECT_TRUE(r.Interrompu);
+  EXPECT_EQ(r.journal.NumeroLigne(), 0);
+  EXPECT_TRUE(affichage.bilans.empty() && affichage.fatales.empty());
+  EXPECT_EQ(fs.fichiers, avant);
+}
+
 // What the executable's cases cannot make fail: a write refused in the
 // middle of the run. With the other fatal errors: one message, no summary,
 // every file closed, the source untouched, and the previous target and log
