@@ -11,8 +11,8 @@
 #include <filesystem>
 #include <map>
 #include <nlohmann/json.hpp>
+#include <sstream>
 
-#include "batch_runner.h"
 #include "conversion/conversions.h"
 #include "exe_runner.h"
 #include "test_support.h"
@@ -21,6 +21,38 @@ namespace fs = std::filesystem;
 
 namespace quillon::test {
 namespace {
+
+const OptionsExe kLot = [] {
+  OptionsExe o;
+  o.programme = Programme::Lot;
+  return o;
+}();
+
+ResultatExe LancerLot(const std::vector<std::string>& arguments, const std::string& dossier) {
+  return LancerQuillon(arguments, dossier, kLot);
+}
+
+// The lines of the report, without their line ends.
+std::vector<std::string> LignesRapport(const std::string& sortie) {
+  std::vector<std::string> lignes;
+  std::istringstream flux(sortie);
+  for (std::string ligne; std::getline(flux, ligne);) {
+    if (!ligne.empty() && ligne.back() == '\r') ligne.pop_back();
+    lignes.push_back(ligne);
+  }
+  return lignes;
+}
+
+// A report line's fields, split at the tabs.
+std::vector<std::string> Champs(const std::string& ligne) {
+  std::vector<std::string> champs;
+  std::size_t debut = 0;
+  for (std::size_t tab; (tab = ligne.find('\t', debut)) != std::string::npos; debut = tab + 1) {
+    champs.push_back(ligne.substr(debut, tab - debut));
+  }
+  champs.push_back(ligne.substr(debut));
+  return champs;
+}
 
 void Generer(const std::string& sorte, int lignes, int graine, bool fautif, const std::string& chemin) {
   const std::string commande = std::string(QUILLON_GENERER) + " " + sorte + " " + std::to_string(lignes) + " " +
@@ -90,8 +122,8 @@ TEST_P(MemesOctets, QueLaConsole) {
 
   std::vector<std::string> arguments = cas.optionsLot;
   arguments.insert(arguments.end(), {"-j", "3", "."});
-  const ResultatLot lot = LancerLot(arguments, dossier.chemin());
-  ASSERT_EQ(lot.code, 1) << lot.sortie << lot.erreur;  // the faulty file
+  const ResultatExe lot = LancerLot(arguments, dossier.chemin());
+  ASSERT_EQ(lot.codeSortie, 1) << lot.sortie << lot.erreur;  // the faulty file
   const auto rapport = ParSource(lot.sortie);
   ASSERT_EQ(rapport.size(), 4u) << lot.sortie;
 
@@ -138,7 +170,7 @@ class AffichageMuet : public Affichage {
 };
 
 TEST(LotDC, MemesOctetsQueLeDialogue) {
-  if (LotSousWindows()) GTEST_SKIP() << "compared with the Linux core";
+  if (SousWindows()) GTEST_SKIP() << "compared with the Linux core";
   for (const auto& [options, groupe] : std::vector<std::pair<std::vector<std::string>, int32_t>>{
            {{}, 2}, {{"-t", "od"}, 3}, {{"--theme=CS"}, 2}}) {
     DossierTemporaire dossier;
@@ -147,8 +179,8 @@ TEST(LotDC, MemesOctetsQueLeDialogue) {
     fs::copy_file(std::string(QUILLON_SAMPLES_DIR) + "/lot12.pts", dossier / "lot12.pts");
     std::vector<std::string> arguments = options;
     arguments.push_back(dossier.chemin());
-    const ResultatLot lot = LancerLot(arguments, dossier.chemin());
-    ASSERT_EQ(lot.code, 1) << lot.sortie << lot.erreur;
+    const ResultatExe lot = LancerLot(arguments, dossier.chemin());
+    ASSERT_EQ(lot.codeSortie, 1) << lot.sortie << lot.erreur;
     for (const auto& [source, cible] : std::vector<std::pair<std::string, std::string>>{
              {"dc.pts", "dc.ptv"}, {"fautif.PTS", "fautif.PTV"}, {"lot12.pts", "lot12.ptv"}}) {
       const std::string cibleLot = LireFichier(dossier / cible);
@@ -192,8 +224,8 @@ TEST_P(IssuesLot, CodeDeSortie) {
 
   std::vector<std::string> arguments = {"-e", "1000", "-t", "CS"};
   arguments.insert(arguments.end(), cas.sources.begin(), cas.sources.end());
-  const ResultatLot r = LancerLot(arguments, dossier.chemin());
-  EXPECT_EQ(r.code, cas.code) << r.sortie << r.erreur;
+  const ResultatExe r = LancerLot(arguments, dossier.chemin());
+  EXPECT_EQ(r.codeSortie, cas.code) << r.sortie << r.erreur;
   EXPECT_EQ(Issues(r.sortie), cas.issues) << r.sortie;
   EXPECT_EQ(r.erreur, "");  // not a terminal: nothing on standard error
   // A failure leaves no target and no log; the other files are converted.
@@ -233,8 +265,8 @@ TEST_P(Usage, Code64EtUsageSurLErreurStandard) {
   DossierTemporaire dossier;
   Generer("ptv", 5, 1, false, dossier / "a.ptv");
   Generer("ptp", 5, 1, false, dossier / "b.ptp");
-  const ResultatLot r = LancerLot(GetParam().arguments, dossier.chemin());
-  EXPECT_EQ(r.code, 64);
+  const ResultatExe r = LancerLot(GetParam().arguments, dossier.chemin());
+  EXPECT_EQ(r.codeSortie, 64);
   EXPECT_EQ(r.sortie, "");
   EXPECT_TRUE(r.erreur.starts_with("quillon-lot : ")) << r.erreur;
   EXPECT_NE(r.erreur.find("usage : quillon-lot"), std::string::npos) << r.erreur;
@@ -257,14 +289,14 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(Lot, AideEtVersion) {
   DossierTemporaire dossier;
   for (const std::string option : {"--help", "--aide", "-h"}) {
-    const ResultatLot r = LancerLot({option}, dossier.chemin());
-    EXPECT_EQ(r.code, 0);
+    const ResultatExe r = LancerLot({option}, dossier.chemin());
+    EXPECT_EQ(r.codeSortie, 0);
     for (const char* texte : {"--recursif", "--ptp-en", "--sortie", "--verifier", "--fils", "--json", "64", "130"}) {
       EXPECT_NE(r.sortie.find(texte), std::string::npos) << option << ": " << texte;
     }
   }
-  const ResultatLot v = LancerLot({"--version"}, dossier.chemin());
-  EXPECT_EQ(v.code, 0);
+  const ResultatExe v = LancerLot({"--version"}, dossier.chemin());
+  EXPECT_EQ(v.codeSortie, 0);
   EXPECT_NE(v.sortie.find("Version 0."), std::string::npos) << v.sortie;
 }
 
@@ -283,24 +315,24 @@ TEST(Lot, DossierParcouruSelonLExtensionReelle) {
   EcrireFichier(dossier / "d/notes.log", "");
   fs::copy(dossier / "d", dossier / "r", fs::copy_options::recursive);
 
-  const ResultatLot plat = LancerLot({"-p", "ptm", "-e", "1000", "-t", "CS", "d"}, dossier.chemin());
-  EXPECT_EQ(plat.code, 0) << plat.sortie;
+  const ResultatExe plat = LancerLot({"-p", "ptm", "-e", "1000", "-t", "CS", "d"}, dossier.chemin());
+  EXPECT_EQ(plat.codeSortie, 0) << plat.sortie;
   std::vector<std::string> sources;
   for (const auto& l : LignesRapport(plat.sortie)) {
     if (!l.starts_with("Total")) sources.push_back(Barres(Champs(l)[0] + " " + Champs(l)[1]));
   }
   EXPECT_EQ(sources, (std::vector<std::string>{"d/a.ptp d/a.ptm", "d/b.PTV d/b.PTP", "d/c.Pts d/c.ptv"}));
 
-  const ResultatLot recursif = LancerLot({"-r", "--ptp-en=ptv", "-e1000", "-tCS", "r"}, dossier.chemin());
-  EXPECT_EQ(recursif.code, 0) << recursif.sortie;
+  const ResultatExe recursif = LancerLot({"-r", "--ptp-en=ptv", "-e1000", "-tCS", "r"}, dossier.chemin());
+  EXPECT_EQ(recursif.codeSortie, 0) << recursif.sortie;
   EXPECT_EQ(ParSource(recursif.sortie).size(), 5u) << recursif.sortie;
   EXPECT_TRUE(fs::exists(dossier / "r/sous/plus/f.ptp"));
   EXPECT_FALSE(fs::exists(dossier / "r/x.ptv.ptp"));
 
   // Run again, the folder holds the targets of the first run: a target that
   // is a source of the batch is refused, and nothing is overwritten.
-  const ResultatLot encore = LancerLot({"-p", "ptm", "-e", "1000", "-t", "CS", "d"}, dossier.chemin());
-  EXPECT_EQ(encore.code, 2) << encore.sortie;
+  const ResultatExe encore = LancerLot({"-p", "ptm", "-e", "1000", "-t", "CS", "d"}, dossier.chemin());
+  EXPECT_EQ(encore.codeSortie, 2) << encore.sortie;
 }
 
 TEST(Lot, DossierDeSortieGardeLesSousDossiers) {
@@ -308,8 +340,8 @@ TEST(Lot, DossierDeSortieGardeLesSousDossiers) {
   fs::create_directories(dossier / "src/sous");
   Generer("ptv", 200, 1, false, dossier / "src/a.ptv");
   Generer("ptv", 200, 2, true, dossier / "src/sous/b.ptv");
-  const ResultatLot r = LancerLot({"-r", "-o", "sortie", "-e", "1000", "-t", "CS", "src"}, dossier.chemin());
-  EXPECT_EQ(r.code, 1) << r.sortie;
+  const ResultatExe r = LancerLot({"-r", "-o", "sortie", "-e", "1000", "-t", "CS", "src"}, dossier.chemin());
+  EXPECT_EQ(r.codeSortie, 1) << r.sortie;
   for (const std::string nom : {"a", "sous/b"}) {
     EXPECT_TRUE(fs::exists(dossier / ("sortie/" + nom + ".ptp"))) << nom;
     EXPECT_TRUE(fs::exists(dossier / ("sortie/" + nom + ".ptv.log"))) << nom;
@@ -317,7 +349,7 @@ TEST(Lot, DossierDeSortieGardeLesSousDossiers) {
     EXPECT_FALSE(fs::exists(dossier / ("src/" + nom + ".ptv.log"))) << nom;
   }
   // The targets are those written beside the sources.
-  const ResultatLot aCote = LancerLot({"-r", "-e", "1000", "-t", "CS", "src"}, dossier.chemin());
+  const ResultatExe aCote = LancerLot({"-r", "-e", "1000", "-t", "CS", "src"}, dossier.chemin());
   EXPECT_EQ(LireFichier(dossier / "src/sous/b.ptp"), LireFichier(dossier / "sortie/sous/b.ptp"));
   EXPECT_EQ(LireFichier(dossier / "src/a.ptp"), LireFichier(dossier / "sortie/a.ptp"));
 }
@@ -325,8 +357,8 @@ TEST(Lot, DossierDeSortieGardeLesSousDossiers) {
 TEST(Lot, CibleNommeeEtVerification) {
   DossierTemporaire dossier;
   Generer("ptp", 300, 4, false, dossier / "a.ptp");
-  const ResultatLot nommee = LancerLot({"-p", "ptv", "-c", "autre.ptv", "a.ptp"}, dossier.chemin());
-  EXPECT_EQ(nommee.code, 0) << nommee.sortie;
+  const ResultatExe nommee = LancerLot({"-p", "ptv", "-c", "autre.ptv", "a.ptp"}, dossier.chemin());
+  EXPECT_EQ(nommee.codeSortie, 0) << nommee.sortie;
   EXPECT_TRUE(fs::exists(dossier / "autre.ptv"));
   EXPECT_FALSE(fs::exists(dossier / "a.ptv"));
   const std::string journal = LireFichier(dossier / "a.ptp.log");
@@ -334,12 +366,12 @@ TEST(Lot, CibleNommeeEtVerification) {
   // Check mode: the same log and counts, and the target left as it was.
   EcrireFichier(dossier / "autre.ptv", "avant\r\n");
   fs::remove(dossier / "a.ptp.log");
-  const ResultatLot verif = LancerLot({"-n", "-p", "ptv", "-c", "autre.ptv", "a.ptp"}, dossier.chemin());
-  EXPECT_EQ(verif.code, 0);
+  const ResultatExe verif = LancerLot({"-n", "-p", "ptv", "-c", "autre.ptv", "a.ptp"}, dossier.chemin());
+  EXPECT_EQ(verif.codeSortie, 0);
   EXPECT_EQ(LireFichier(dossier / "autre.ptv"), "avant\r\n");
   EXPECT_EQ(SansDate(LireFichier(dossier / "a.ptp.log")), SansDate(journal));
   EXPECT_EQ(LignesRapport(verif.sortie), LignesRapport(nommee.sortie));
-  const ResultatLot sansCible = LancerLot({"--verifier", "-p", "ptv", "a.ptp"}, dossier.chemin());
+  const ResultatExe sansCible = LancerLot({"--verifier", "-p", "ptv", "a.ptp"}, dossier.chemin());
   EXPECT_FALSE(fs::exists(dossier / "a.ptv"));
   EXPECT_TRUE(Temporaires(dossier.chemin()).empty());
 }
@@ -351,8 +383,8 @@ TEST(Lot, CibleQuiEstUneAutreSource) {
   Generer("ptp", 20, 2, false, dossier / "a.ptp");
   const std::string ptv = LireFichier(dossier / "a.ptv");
   const std::string ptp = LireFichier(dossier / "a.ptp");
-  const ResultatLot r = LancerLot({"-p", "ptv", "."}, dossier.chemin());
-  EXPECT_EQ(r.code, 2) << r.sortie;
+  const ResultatExe r = LancerLot({"-p", "ptv", "."}, dossier.chemin());
+  EXPECT_EQ(r.codeSortie, 2) << r.sortie;
   EXPECT_EQ(Issues(r.sortie), (std::vector<std::string>{"echec", "echec"})) << r.sortie;
   EXPECT_EQ(LireFichier(dossier / "a.ptv"), ptv);
   EXPECT_EQ(LireFichier(dossier / "a.ptp"), ptp);
@@ -364,14 +396,14 @@ TEST(Lot, RapportJsonRelu) {
   DossierTemporaire dossier;
   Generer("ptv", 100, 1, false, dossier / "valide.ptv");
   Generer("ptv", 40, 2, true, dossier / "fautif.ptv");
-  const bool octets = !LotSousWindows();  // a name that is not UTF-8
+  const bool octets = !SousWindows();  // a name that is not UTF-8
   if (octets) Generer("ptv", 10, 3, false, dossier / "\xE9t\xE9.ptv");
   std::vector<std::string> sources = {"valide.ptv", "fautif.ptv", "absente.ptv"};
   if (octets) sources.push_back("\xE9t\xE9.ptv");
   std::vector<std::string> arguments = {"--json", "rapport.json", "-j", "2", "-e", "1000", "-t", "CS"};
   arguments.insert(arguments.end(), sources.begin(), sources.end());
-  const ResultatLot r = LancerLot(arguments, dossier.chemin());
-  EXPECT_EQ(r.code, 2);
+  const ResultatExe r = LancerLot(arguments, dossier.chemin());
+  EXPECT_EQ(r.codeSortie, 2);
 
   const nlohmann::json rapport = nlohmann::json::parse(LireFichier(dossier / "rapport.json"));
   EXPECT_EQ(rapport["code_sortie"], 2);
@@ -400,8 +432,8 @@ TEST(Lot, RapportJsonRelu) {
   EXPECT_EQ(ParSource(r.sortie).size(), sources.size());
 
   // "-": the JSON alone on standard output.
-  const ResultatLot seul = LancerLot({"--json=-", "-e", "1000", "-t", "CS", "valide.ptv"}, dossier.chemin());
-  EXPECT_EQ(seul.code, 0);
+  const ResultatExe seul = LancerLot({"--json=-", "-e", "1000", "-t", "CS", "valide.ptv"}, dossier.chemin());
+  EXPECT_EQ(seul.codeSortie, 0);
   EXPECT_EQ(nlohmann::json::parse(seul.sortie)["fichiers"][0]["issue"], "converti");
 }
 
@@ -416,8 +448,8 @@ TEST(Lot, OrdreDesSourcesSurPlusieursFils) {
   }
   std::vector<std::string> arguments = {"--fils=4", "-e", "1000", "-t", "CS"};
   arguments.insert(arguments.begin(), sources.rbegin(), sources.rend());
-  const ResultatLot r = LancerLot(arguments, dossier.chemin());
-  EXPECT_EQ(r.code, 0);
+  const ResultatExe r = LancerLot(arguments, dossier.chemin());
+  EXPECT_EQ(r.codeSortie, 0);
   std::vector<std::string> ordre;
   for (const auto& l : LignesRapport(r.sortie)) {
     if (!l.starts_with("Total")) ordre.push_back(Champs(l)[0]);
@@ -431,7 +463,7 @@ TEST(Lot, OrdreDesSourcesSurPlusieursFils) {
 // One thread; the second source is a named pipe kept open, so that the
 // batch is in the middle of it when Ctrl-C comes.
 TEST(Lot, InterrompuParCtrlC) {
-  if (LotSousWindows()) GTEST_SKIP() << "no named pipe or SIGINT under wine";
+  if (SousWindows()) GTEST_SKIP() << "no named pipe or SIGINT under wine";
   DossierTemporaire dossier;
   Generer("ptv", 100, 1, false, dossier / "a.ptv");
   Generer("ptv", 100, 2, false, dossier / "c.ptv");
@@ -440,17 +472,17 @@ TEST(Lot, InterrompuParCtrlC) {
     EcrireFichier(dossier / (nom + ".ptp"), "avant\r\n");
     EcrireFichier(dossier / (nom + ".ptv.log"), "journal d'avant\r\n");
   }
-  ProcessusLot lot({"-j", "1", "-e", "1000", "-t", "CS", "a.ptv", "b.ptv", "c.ptv"}, dossier.chemin());
+  ProcessusQuillon lot({"-j", "1", "-e", "1000", "-t", "CS", "a.ptv", "b.ptv", "c.ptv"}, dossier.chemin(), kLot);
   ASSERT_TRUE(lot.AttendreSortie("\tconverti"));  // a.ptv done
   const int tuyau = open((dossier / "b.ptv").c_str(), O_WRONLY);
   const std::string lignes = LireFichier(dossier / "a.ptv");
   ASSERT_EQ(write(tuyau, lignes.data(), lignes.size()), static_cast<ssize_t>(lignes.size()));
   lot.Signaler(SIGINT);
-  usleep(100 * 1000);
+  ASSERT_TRUE(lot.SignalPris(SIGINT));  // the stop is asked before the pipe ends
   close(tuyau);
-  const ResultatLot r = lot.Attendre();
+  const ResultatExe r = lot.Attendre();
 
-  EXPECT_EQ(r.code, 130) << r.sortie;
+  EXPECT_EQ(r.codeSortie, 130) << r.sortie;
   EXPECT_EQ(Issues(r.sortie), (std::vector<std::string>{"converti", "interrompu", "non-traite"})) << r.sortie;
   EXPECT_TRUE(fs::exists(dossier / "a.ptp"));
   for (const std::string nom : {"b", "c"}) {

@@ -55,7 +55,7 @@ sous_wine() {
   "$(dirname "$0")/smoke-windowed.sh" "$build/quillon.exe"
   echo "test-windows: $nom batch tests against quillon-lot.exe"
   QUILLON_EXE_WINDOWS="$build/quillon.exe" QUILLON_LANCEUR="$build/tests/quillon_lanceur.exe" \
-    QUILLON_LOT_EXE_WINDOWS="$build/quillon-lot.exe" "$linux/tests/quillon_lot_tests" --gtest_brief=1
+    "$linux/tests/quillon_lot_tests" --gtest_brief=1
 }
 
 sous_wine x86_64 "$win64"
