@@ -45,27 +45,25 @@ const char* Variable(const char* nom, const char* defaut = nullptr) {
 std::vector<std::string> Mots(const std::vector<std::string>& arguments, const OptionsExe& options, bool baisser,
                               std::vector<std::string>& env) {
   const bool lot = options.programme == Programme::Lot;
-  std::vector<std::string> mots;
   if (!SousWindows()) {
-    mots = {lot ? QUILLON_LOT_EXE : baisser ? ProgrammeSansPrivileges() : QUILLON_EXE};
-  } else if (lot) {
-    mots = {Variable("QUILLON_WINE", "/usr/bin/wine"),
-            fs::path(Variable("QUILLON_EXE_WINDOWS")).replace_filename("quillon-lot.exe").string()};
-  } else {
-    std::string texte;
-    for (std::size_t i = 0; i < arguments.size(); ++i) texte += (i > 0 ? " " : "") + arguments[i];
-    env.push_back("QUILLON_LIGNE_COMMANDE=" + (options.ligneCommande.empty()
-                                                   ? LigneCommandeWindows(Variable("QUILLON_EXE_WINDOWS"), texte)
-                                                   : options.ligneCommande));
-    mots = {Variable("QUILLON_WINE", "/usr/bin/wine"), Variable("QUILLON_LANCEUR", "quillon_lanceur.exe")};
+    std::vector<std::string> mots = {lot ? QUILLON_LOT_EXE : baisser ? ProgrammeSansPrivileges() : QUILLON_EXE};
+    mots.insert(mots.end(), arguments.begin(), arguments.end());
+    return mots;
   }
-  if (SousWindows()) {
-    for (const char* nom : {"HOME", "WINEPREFIX", "WINEDEBUG", "WINESERVER", "WINEARCH"}) {
-      if (const char* valeur = Variable(nom)) env.push_back(std::string(nom) + "=" + valeur);
-    }
+  for (const char* nom : {"HOME", "WINEPREFIX", "WINEDEBUG", "WINESERVER", "WINEARCH"}) {
+    if (const char* valeur = Variable(nom)) env.push_back(std::string(nom) + "=" + valeur);
   }
-  if (!SousWindows() || lot) mots.insert(mots.end(), arguments.begin(), arguments.end());
-  return mots;
+  const fs::path exe = Variable("QUILLON_EXE_WINDOWS");
+  if (lot) {
+    std::vector<std::string> mots = {Variable("QUILLON_WINE", "/usr/bin/wine"), exe.parent_path() / "quillon-lot.exe"};
+    mots.insert(mots.end(), arguments.begin(), arguments.end());
+    return mots;
+  }
+  std::string texte;
+  for (std::size_t i = 0; i < arguments.size(); ++i) texte += (i > 0 ? " " : "") + arguments[i];
+  const std::string ligne = options.ligneCommande.empty() ? LigneCommandeWindows(exe, texte) : options.ligneCommande;
+  env.push_back("QUILLON_LIGNE_COMMANDE=" + ligne);
+  return {Variable("QUILLON_WINE", "/usr/bin/wine"), Variable("QUILLON_LANCEUR", "quillon_lanceur.exe")};
 }
 
 }  // namespace
@@ -85,9 +83,7 @@ ProcessusQuillon::ProcessusQuillon(const std::vector<std::string>& arguments, co
   std::vector<std::string> env = options.environnement;
   for (const std::string defaut : {"PATH=/usr/bin:/bin", "LC_ALL=C"}) {
     const std::string cle = defaut.substr(0, defaut.find('=') + 1);
-    if (std::none_of(env.begin(), env.end(), [&](const std::string& e) { return e.starts_with(cle); })) {
-      env.push_back(defaut);
-    }
+    if (std::none_of(env.begin(), env.end(), [&](auto& e) { return e.starts_with(cle); })) env.push_back(defaut);
   }
   std::vector<std::string> mots = Mots(arguments, options, baisser, env);
   std::vector<char*> argv, envp;
@@ -129,17 +125,6 @@ ProcessusQuillon::~ProcessusQuillon() {
 
 void ProcessusQuillon::Signaler(int signal) const { kill(pid_, signal); }
 
-bool ProcessusQuillon::SignalPris(int signal) const {
-  for (auto fin = std::chrono::steady_clock::now() + std::chrono::minutes(2); std::chrono::steady_clock::now() < fin;
-       std::this_thread::sleep_for(std::chrono::milliseconds(1))) {
-    std::ifstream etat("/proc/" + std::to_string(pid_) + "/status");
-    std::string ligne;
-    while (std::getline(etat, ligne) && !ligne.starts_with("ShdPnd:")) {}
-    if (ligne.empty() || (std::stoull(ligne.substr(7), nullptr, 16) >> (signal - 1) & 1) == 0) return true;
-  }
-  return false;
-}
-
 bool ProcessusQuillon::Lire() {
   char tampon[65536];
   pollfd attente{sortie_, POLLIN, 0};
@@ -170,9 +155,17 @@ ResultatExe ProcessusQuillon::Attendre() {
   r.memoireMaxKo = usage.ru_maxrss;
   if (WIFEXITED(statut)) r.codeSortie = WEXITSTATUS(statut);
   if (WIFSIGNALED(statut)) r.signal = WTERMSIG(statut);
-  std::rewind(erreur_);
-  for (int c; (c = std::fgetc(erreur_)) != EOF;) r.erreur += static_cast<char>(c);
+  r.erreur = LireFichier("/proc/self/fd/" + std::to_string(fileno(erreur_)));
   return r;
+}
+
+bool AttendreQue(const std::function<bool()>& condition) {
+  const auto fin = std::chrono::steady_clock::now() + std::chrono::minutes(2);
+  while (!condition()) {
+    if (std::chrono::steady_clock::now() > fin) return false;
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+  return true;
 }
 
 ResultatExe LancerQuillon(const std::vector<std::string>& arguments, const std::string& dossier,

@@ -5,6 +5,7 @@
 #include <sys/types.h>
 
 #include <cstdio>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -23,15 +24,14 @@ struct ResultatExe {
 };
 
 struct OptionsExe {
-  Programme programme = Programme::Quillon;
+  OptionsExe(Programme p = Programme::Quillon) : programme(p) {}  // a program alone converts
+  Programme programme;
   // KEY=VALUE; the environment otherwise holds PATH and LC_ALL=C.
   std::vector<std::string> environnement;
   // A run of quillon as root drops to "nobody", so that file permissions
-  // apply. The program it runs is then a copy that "nobody" can reach,
-  // wherever the build is.
+  // apply; it runs a copy of the program that "nobody" can reach.
   bool sansPrivileges = false;
-  // Nobody reads the standard output: its pipe is closed before the
-  // program writes.
+  // The standard output's pipe is closed before the program writes.
   bool sortieFermee = false;
   // quillon under Windows: the whole command line, instead of the
   // program's path and the arguments.
@@ -62,10 +62,8 @@ class ProcessusQuillon {
   ProcessusQuillon(const ProcessusQuillon&) = delete;
   ProcessusQuillon& operator=(const ProcessusQuillon&) = delete;
 
+  pid_t pid() const { return pid_; }
   void Signaler(int signal) const;
-  // Waits until `signal`, sent, is no longer pending: the program has taken
-  // it, or has ended.
-  bool SignalPris(int signal) const;
   // Reads the standard output until it holds `texte`; false when the output
   // ended first, or when nothing came for two minutes.
   bool AttendreSortie(const std::string& texte);
@@ -81,6 +79,10 @@ class ProcessusQuillon {
   std::string lu_;
   bool fin_ = false;  // the standard output has ended
 };
+
+// Waits until `condition` holds, looking every millisecond; false after two
+// minutes.
+bool AttendreQue(const std::function<bool()>& condition);
 
 ResultatExe LancerQuillon(const std::vector<std::string>& arguments, const std::string& dossier,
                           const OptionsExe& options = {});
