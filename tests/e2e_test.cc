@@ -1,28 +1,10 @@
-// Whole runs of the real programs, kept as data. Each folder of e2e/ is a
-// run of quillon, or of quillon-lot when its file "programme" says so. It
-// holds the command line ("arguments", one argument a line), optionally
-// "environnement" (KEY=VALUE lines), the files before the run, and what the
-// run must give: its standard output ("sortie"), standard error ("erreur")
-// and exit status ("code"), empty or 0 when the file is absent, and the
-// files it writes or changes ("attendu/"). After the run the folder holds
-// the files before, untouched but for those of attendu/, and attendu/'s
-// files: nothing else, no temporary file. A log's second line, the date, is
-// compared by its shape; no run takes 8 MiB of memory.
-//
-// A quillon-lot case may name in "memes-octets" runs that must write what
-// the batch writes, one a line: "quillon WORDS" runs the console program,
-// "dialogue-dc GROUP SOURCE TARGET" the run of the DC dialog (compared on
-// Linux only), each on the files before. Every file that the batch and the
-// run both write must be the same, byte for byte, and there must be one;
-// the batch's report line for the console's source and target carries the
-// console's counts.
-//
-// Under wine, quillon-lot's outputs are compared with their line ends as LF
-// and their path separators as slashes.
+// Whole runs of quillon and quillon-lot kept as data: one folder of e2e/ a
+// case, its control files and checks described in e2e/README.md.
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <map>
+#include <regex>
 #include <set>
 #include <sstream>
 
@@ -35,8 +17,8 @@ namespace fs = std::filesystem;
 namespace quillon::test {
 namespace {
 
-const std::set<std::string> kControle = {"arguments", "environnement", "programme", "sortie",
-                                         "erreur",    "code",          "attendu",   "memes-octets"};
+const std::set<std::string> kControle = {"programme", "arguments", "environnement", "sortie",
+                                         "erreur",    "code",      "attendu",       "memes-octets"};
 
 std::vector<std::string> Lignes(const std::string& texte, char separateur = '\n') {
   std::vector<std::string> lignes;
@@ -49,68 +31,52 @@ std::string Controle(const fs::path& cas, const std::string& nom) {
   return fs::exists(cas / nom) ? LireFichier(cas / nom) : "";
 }
 
-// Under Windows, the cases that cannot apply there, with the reason
-// (tests/windows/exclus: one "case: reason" a line).
-std::string RaisonExclusion(const std::string& nomCas) {
-  if (!SousWindows()) return "";
-  for (const std::string& ligne : Lignes(LireFichier(QUILLON_E2E_DIR "/../windows/exclus"))) {
-    if (ligne.starts_with(nomCas + ": ")) return ligne.substr(nomCas.size() + 2);
-  }
-  return "";
-}
-
-// The files before the run, copied from the case into `dossier`.
+// The inputs of a case, copied into `dossier`.
 void Copier(const fs::path& cas, const fs::path& dossier) {
-  for (const auto& e : fs::directory_iterator(cas)) {
-    if (kControle.count(e.path().filename().string())) continue;
-    fs::copy(e.path(), dossier / e.path().filename(), fs::copy_options::recursive | fs::copy_options::copy_symlinks);
-  }
+  fs::copy(cas, dossier, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
+  for (const std::string& nom : kControle) fs::remove_all(dossier / nom);
 }
 
 // The files under a folder by their path in it: their bytes, or where a
 // link points.
 using Fichiers = std::map<std::string, std::string>;
 Fichiers Contenu(const fs::path& dossier) {
-  Fichiers fichiers;
-  if (!fs::exists(dossier)) return fichiers;
+  Fichiers f;
   for (const auto& e : fs::recursive_directory_iterator(dossier)) {
     const std::string nom = e.path().lexically_relative(dossier).generic_string();
-    if (e.is_symlink()) {
-      fichiers[nom] = "-> " + fs::read_symlink(e.path()).string();
-    } else if (e.is_regular_file()) {
-      fichiers[nom] = LireFichier(e.path());
-    }
+    if (e.is_symlink()) f[nom] = "-> " + fs::read_symlink(e.path()).string();
+    if (!e.is_symlink() && e.is_regular_file()) f[nom] = LireFichier(e.path());
   }
-  return fichiers;
+  return f;
 }
 
-std::string Remplacer(std::string texte, const std::string& de, const std::string& par) {
-  for (std::size_t i = 0; (i = texte.find(de, i)) != std::string::npos; i += par.size()) texte.replace(i, de.size(), par);
-  return texte;
+// True when `contenu` is new at `nom` or changed from `avant`.
+bool Ecrit(const Fichiers& avant, const std::string& nom, const std::string& contenu) {
+  return !avant.count(nom) || avant.at(nom) != contenu;
 }
 
-// An output as it is compared: see the top of the file.
+// An output as it is compared: a log's date masked; under wine,
+// quillon-lot's line ends as LF and its separators as slashes.
 std::string Comparable(const std::string& nom, std::string texte, bool lot) {
   if (nom.ends_with(".log")) texte = MasquerDate(texte);
   if (!lot || !SousWindows()) return texte;
-  return Remplacer(Remplacer(Remplacer(texte, "\r\n", "\n"), "\\\\", "/"), "\\", "/");
+  return std::regex_replace(std::regex_replace(texte, std::regex("\r\n"), "\n"), std::regex(R"(\\\\?)"), "/");
 }
 
 class AffichageMuet : public Affichage {
- public:
   void MontrerBilan(const std::array<std::string, 4>&) override {}
   void MontrerErreurFatale(const std::string&) override {}
 };
 
-// The runs of "memes-octets", on the files before; `ecrits` are the files
-// that the batch wrote, `rapport` its standard output.
-void MemesOctets(const fs::path& cas, const Fichiers& avant, const Fichiers& ecrits, const std::string& rapport) {
+// The runs of "memes-octets", against the batch's files after (`lot`) and
+// its report.
+void MemesOctets(const fs::path& cas, const Fichiers& avant, const Fichiers& lot, const std::string& rapport) {
   for (const std::string& ligne : Lignes(Controle(cas, "memes-octets"))) {
     const std::vector<std::string> mots = Lignes(ligne, ' ');
-    if (mots[0] == "dialogue-dc" && SousWindows()) continue;
+    if (mots[0] == "dialogue-dc" && SousWindows()) continue;  // the core built for Linux
     DossierTemporaire d;
     Copier(cas, d.chemin());
-    for (const auto& [nom, contenu] : Contenu(cas / "attendu")) fs::create_directories(fs::path(d / nom).parent_path());
+    for (const auto& [nom, contenu] : lot) fs::create_directories(fs::path(d / nom).parent_path());
     if (mots[0] == "quillon") {
       const ResultatExe r = LancerQuillon({mots.begin() + 1, mots.end()}, d.chemin());
       EXPECT_EQ(r.codeSortie, 0) << ligne;
@@ -120,6 +86,7 @@ void MemesOctets(const fs::path& cas, const Fichiers& avant, const Fichiers& ecr
       }
       EXPECT_NE(rapport.find(mots[1] + "\t" + mots[2] + comptes + "\t"), std::string::npos) << ligne;
     } else {
+      ASSERT_EQ(mots[0], "dialogue-dc") << ligne;
       const fs::path ici = fs::current_path();
       fs::current_path(d.chemin());
       ReglagesExecution reglages;
@@ -132,8 +99,8 @@ void MemesOctets(const fs::path& cas, const Fichiers& avant, const Fichiers& ecr
     }
     int memes = 0;
     for (const auto& [nom, contenu] : Contenu(d.chemin())) {
-      if ((avant.count(nom) && avant.at(nom) == contenu) || !ecrits.count(nom)) continue;
-      EXPECT_EQ(Comparable(nom, contenu, false), Comparable(nom, ecrits.at(nom), false)) << ligne << ": " << nom;
+      if (!lot.count(nom) || !Ecrit(avant, nom, lot.at(nom)) || !Ecrit(avant, nom, contenu)) continue;
+      EXPECT_EQ(Comparable(nom, contenu, false), Comparable(nom, lot.at(nom), false)) << ligne << ": " << nom;
       ++memes;
     }
     EXPECT_GT(memes, 0) << ligne << ": no file written by both";
@@ -143,11 +110,12 @@ void MemesOctets(const fs::path& cas, const Fichiers& avant, const Fichiers& ecr
 class CasE2E : public ::testing::TestWithParam<std::string> {};
 
 TEST_P(CasE2E, SortieEtFichiers) {
-  if (const std::string raison = RaisonExclusion(GetParam()); !raison.empty()) GTEST_SKIP() << raison;
   const fs::path cas = fs::path(QUILLON_E2E_DIR) / GetParam();
+  for (const std::string& l : Lignes(LireFichier(QUILLON_E2E_DIR "/../windows/exclus"))) {
+    if (SousWindows() && l.starts_with(GetParam() + ": ")) GTEST_SKIP() << l;
+  }
   const bool lot = Controle(cas, "programme") == "quillon-lot\n";
-  OptionsExe options;
-  options.programme = lot ? Programme::Lot : Programme::Quillon;
+  OptionsExe options(lot ? Programme::Lot : Programme::Quillon);
   options.environnement = Lignes(Controle(cas, "environnement"));
   DossierTemporaire dossier;
   Copier(cas, dossier.chemin());
@@ -159,26 +127,22 @@ TEST_P(CasE2E, SortieEtFichiers) {
   EXPECT_EQ(Comparable("", r.sortie, lot), Comparable("", Controle(cas, "sortie"), lot));
   EXPECT_EQ(Comparable("", r.erreur, lot), Comparable("", Controle(cas, "erreur"), lot));
 #ifndef QUILLON_SANITIZE  // the sanitizers' bookkeeping makes resident memory meaningless
-  if (!SousWindows()) {  // wine's own memory would be counted there
+  if (!SousWindows()) {  // wine's own memory would count there
     EXPECT_LT(r.memoireMaxKo, 8 * 1024);
   }
 #endif
 
+  // The files after: the inputs, but for those that attendu/ replaces.
   const Fichiers apres = Contenu(dossier.chemin());
-  Fichiers attendus = avant;
-  for (const auto& [nom, contenu] : Contenu(cas / "attendu")) attendus[nom] = contenu;
-  std::set<std::string> noms;
-  for (const auto& [nom, contenu] : apres) noms.insert(nom);
-  for (const auto& [nom, contenu] : attendus) noms.insert(nom);
-  for (const std::string& nom : noms) {
+  Fichiers attendus = fs::exists(cas / "attendu") ? Contenu(cas / "attendu") : Fichiers{};
+  attendus.insert(avant.begin(), avant.end());
+  Fichiers noms = apres;
+  noms.insert(attendus.begin(), attendus.end());
+  for (const auto& [nom, contenu] : noms) {
     auto texte = [&](const Fichiers& f) { return f.count(nom) ? Comparable(nom, f.at(nom), lot) : "(absent)"; };
     EXPECT_EQ(texte(apres), texte(attendus)) << nom;
   }
-  Fichiers ecrits;
-  for (const auto& [nom, contenu] : apres) {
-    if (!avant.count(nom) || avant.at(nom) != contenu) ecrits[nom] = contenu;
-  }
-  MemesOctets(cas, avant, ecrits, Comparable("", r.sortie, lot));
+  MemesOctets(cas, avant, apres, Comparable("", r.sortie, lot));
 }
 
 std::vector<std::string> TousLesCas() {
@@ -190,14 +154,9 @@ std::vector<std::string> TousLesCas() {
   return cas;
 }
 
-INSTANTIATE_TEST_SUITE_P(Executable, CasE2E, ::testing::ValuesIn(TousLesCas()),
-                         [](const auto& info) {
-                           std::string nom = info.param;
-                           for (char& c : nom) {
-                             if (!std::isalnum(static_cast<unsigned char>(c))) c = '_';
-                           }
-                           return nom;
-                         });
+INSTANTIATE_TEST_SUITE_P(Executable, CasE2E, ::testing::ValuesIn(TousLesCas()), [](const auto& info) {
+  return std::regex_replace(info.param, std::regex("[^A-Za-z0-9]"), "_");
+});
 
 }  // namespace
 }  // namespace quillon::test
