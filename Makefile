@@ -76,7 +76,7 @@ windows:
 # Linux e2e program, built here if need be.
 test-windows: windows
 	@test -f $(BUILD)/CMakeCache.txt || { $(call configurer,-S . -B $(BUILD) -DCMAKE_BUILD_TYPE=Release -DQUILLON_PGO=); }
-	@cmake --build $(BUILD) -j $(JOBS) --target quillon_e2e_tests quillon_lot_tests
+	@cmake --build $(BUILD) -j $(JOBS) --target quillon_e2e_tests
 	@tests/windows/run-tests.sh $(BUILD) $(BUILD)-win64 $(BUILD)-win32
 
 # The Debian packages of the build, quillon (the command-line programs) and

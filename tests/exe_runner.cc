@@ -1,6 +1,6 @@
 #include "exe_runner.h"
 
-#include <fcntl.h>
+#include <poll.h>
 #include <signal.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -8,12 +8,13 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
-#include <utility>
+#include <thread>
 
 namespace fs = std::filesystem;
 
@@ -40,60 +41,38 @@ const char* Variable(const char* nom, const char* defaut = nullptr) {
   return valeur != nullptr && *valeur != '\0' ? valeur : defaut;
 }
 
-// Under wine: the launcher, and what wine needs of the environment.
-void PreparerWindows(const std::vector<std::string>& arguments, const OptionsExe& options,
-                     std::vector<std::string>& argv, std::vector<std::string>& env) {
-  std::string texte;
-  for (std::size_t i = 0; i < arguments.size(); ++i) texte += (i > 0 ? " " : "") + arguments[i];
-  const std::string ligne = options.ligneCommande.empty()
-                                ? LigneCommandeWindows(Variable("QUILLON_EXE_WINDOWS"), texte)
-                                : options.ligneCommande;
-  argv = {Variable("QUILLON_WINE", "/usr/bin/wine"), Variable("QUILLON_LANCEUR", "quillon_lanceur.exe")};
-  env.push_back("QUILLON_LIGNE_COMMANDE=" + ligne);
-  AjouterEnvironnementWine(env);
-}
-
-}  // namespace
-
-void AjouterEnvironnementWine(std::vector<std::string>& env) {
+// The words that start the run, and what wine needs of the environment.
+std::vector<std::string> Mots(const std::vector<std::string>& arguments, const OptionsExe& options, bool baisser,
+                              std::vector<std::string>& env) {
+  const bool lot = options.programme == Programme::Lot;
+  if (!SousWindows()) {
+    std::vector<std::string> mots = {lot ? QUILLON_LOT_EXE : baisser ? ProgrammeSansPrivileges() : QUILLON_EXE};
+    mots.insert(mots.end(), arguments.begin(), arguments.end());
+    return mots;
+  }
   for (const char* nom : {"HOME", "WINEPREFIX", "WINEDEBUG", "WINESERVER", "WINEARCH"}) {
     if (const char* valeur = Variable(nom)) env.push_back(std::string(nom) + "=" + valeur);
   }
-}
-
-pid_t Demarrer(std::vector<std::string> mots, std::vector<std::string> env, const std::string& dossier,
-               int& sortie, const std::function<bool()>& enfant) {
-  std::vector<char*> argv;
-  for (std::string& m : mots) argv.push_back(m.data());
-  argv.push_back(nullptr);
-  std::vector<char*> envp;
-  for (std::string& e : env) envp.push_back(e.data());
-  envp.push_back(nullptr);
-
-  int tuyau[2];
-  if (pipe(tuyau) != 0) throw std::runtime_error("pipe");
-  const pid_t pid = fork();
-  if (pid == 0) {
-    dup2(tuyau[1], STDOUT_FILENO);
-    close(tuyau[0]);
-    close(tuyau[1]);
-    if (chdir(dossier.c_str()) != 0) _exit(126);
-    if (enfant && !enfant()) _exit(125);
-    execve(argv[0], argv.data(), envp.data());
-    _exit(127);
+  const fs::path exe = Variable("QUILLON_EXE_WINDOWS");
+  if (lot) {
+    std::vector<std::string> mots = {Variable("QUILLON_WINE", "/usr/bin/wine"), exe.parent_path() / "quillon-lot.exe"};
+    mots.insert(mots.end(), arguments.begin(), arguments.end());
+    return mots;
   }
-  close(tuyau[1]);
-  sortie = tuyau[0];
-  return pid;
+  std::string texte;
+  for (std::size_t i = 0; i < arguments.size(); ++i) texte += (i > 0 ? " " : "") + arguments[i];
+  const std::string ligne = options.ligneCommande.empty() ? LigneCommandeWindows(exe, texte) : options.ligneCommande;
+  env.push_back("QUILLON_LIGNE_COMMANDE=" + ligne);
+  return {Variable("QUILLON_WINE", "/usr/bin/wine"), Variable("QUILLON_LANCEUR", "quillon_lanceur.exe")};
 }
+
+}  // namespace
 
 bool SousWindows() { return Variable("QUILLON_EXE_WINDOWS") != nullptr; }
 
 std::string LigneCommandeWindows(const std::string& programme, const std::string& texte) {
   std::string chemin = "Z:" + fs::absolute(programme).string();
-  for (char& c : chemin) {
-    if (c == '/') c = '\\';
-  }
+  std::replace(chemin.begin(), chemin.end(), '/', '\\');
   return "\"" + chemin + "\" " + texte;
 }
 
@@ -104,19 +83,32 @@ ProcessusQuillon::ProcessusQuillon(const std::vector<std::string>& arguments, co
   std::vector<std::string> env = options.environnement;
   for (const std::string defaut : {"PATH=/usr/bin:/bin", "LC_ALL=C"}) {
     const std::string cle = defaut.substr(0, defaut.find('=') + 1);
-    if (std::none_of(env.begin(), env.end(), [&](const std::string& e) { return e.starts_with(cle); })) {
-      env.push_back(defaut);
-    }
+    if (std::none_of(env.begin(), env.end(), [&](auto& e) { return e.starts_with(cle); })) env.push_back(defaut);
   }
-  std::vector<std::string> mots;
-  if (SousWindows()) {
-    PreparerWindows(arguments, options, mots, env);
-  } else {
-    mots = {baisser ? ProgrammeSansPrivileges() : std::string(QUILLON_EXE)};
-    mots.insert(mots.end(), arguments.begin(), arguments.end());
+  std::vector<std::string> mots = Mots(arguments, options, baisser, env);
+  std::vector<char*> argv, envp;
+  for (std::string& m : mots) argv.push_back(m.data());
+  for (std::string& e : env) envp.push_back(e.data());
+  argv.push_back(nullptr);
+  envp.push_back(nullptr);
+
+  int tuyau[2];
+  erreur_ = std::tmpfile();
+  if (erreur_ == nullptr || pipe(tuyau) != 0) throw std::runtime_error("pipe");
+  pid_ = fork();
+  if (pid_ == 0) {
+    dup2(tuyau[1], STDOUT_FILENO);
+    dup2(fileno(erreur_), STDERR_FILENO);
+    close(tuyau[0]);
+    close(tuyau[1]);
+    signal(SIGINT, SIG_DFL);
+    if (chdir(dossier.c_str()) != 0) _exit(126);
+    if (baisser && (setgid(65534) != 0 || setuid(65534) != 0)) _exit(125);
+    execve(argv[0], argv.data(), envp.data());
+    _exit(127);
   }
-  pid_ = Demarrer(std::move(mots), std::move(env), dossier, sortie_,
-                  [baisser] { return !baisser || (setgid(65534) == 0 && setuid(65534) == 0); });
+  close(tuyau[1]);
+  sortie_ = tuyau[0];
   if (options.sortieFermee) {
     close(sortie_);
     sortie_ = -1;
@@ -128,24 +120,52 @@ ProcessusQuillon::~ProcessusQuillon() {
     kill(pid_, SIGKILL);
     Attendre();
   }
+  if (erreur_ != nullptr) std::fclose(erreur_);
 }
 
 void ProcessusQuillon::Signaler(int signal) const { kill(pid_, signal); }
 
+bool ProcessusQuillon::Lire() {
+  char tampon[65536];
+  pollfd attente{sortie_, POLLIN, 0};
+  const ssize_t n = sortie_ < 0 || poll(&attente, 1, 120 * 1000) <= 0 ? -1 : read(sortie_, tampon, sizeof tampon);
+  fin_ = n == 0;
+  if (n > 0) lu_.append(tampon, static_cast<std::size_t>(n));
+  return n > 0;
+}
+
+bool ProcessusQuillon::AttendreSortie(const std::string& texte) {
+  while (lu_.find(texte) == std::string::npos) {
+    if (!Lire()) return false;
+  }
+  return true;
+}
+
 ResultatExe ProcessusQuillon::Attendre() {
   ResultatExe r;
-  char tampon[65536];
-  for (ssize_t n; sortie_ >= 0 && (n = read(sortie_, tampon, sizeof tampon)) > 0;) r.sortie.append(tampon, n);
+  while (Lire()) {}
+  if (!fin_ && sortie_ >= 0) kill(pid_, SIGKILL);  // hung: the test fails on what it got
   if (sortie_ >= 0) close(sortie_);
   sortie_ = -1;
   int statut = 0;
   rusage usage{};
   wait4(pid_, &statut, 0, &usage);
   pid_ = -1;
+  r.sortie = std::move(lu_);
   r.memoireMaxKo = usage.ru_maxrss;
   if (WIFEXITED(statut)) r.codeSortie = WEXITSTATUS(statut);
   if (WIFSIGNALED(statut)) r.signal = WTERMSIG(statut);
+  r.erreur = LireFichier("/proc/self/fd/" + std::to_string(fileno(erreur_)));
   return r;
+}
+
+bool AttendreQue(const std::function<bool()>& condition) {
+  const auto fin = std::chrono::steady_clock::now() + std::chrono::minutes(2);
+  while (!condition()) {
+    if (std::chrono::steady_clock::now() > fin) return false;
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+  return true;
 }
 
 ResultatExe LancerQuillon(const std::vector<std::string>& arguments, const std::string& dossier,

@@ -2,14 +2,13 @@
 # The Windows build's tests under wine (make test-windows):
 #   tests/windows/run-tests.sh LINUX_BUILD WIN64_BUILD WIN32_BUILD
 # - the unit tests of each Windows build, through CTest under wine;
-# - every e2e case (tests/e2e) and Windows' own cases (tests/windows_test.cc)
-#   against quillon.exe, driven by the Linux e2e program; the cases that
-#   cannot apply on Windows are listed with their reasons in
-#   tests/windows/exclus;
+# - every e2e case (tests/e2e), Windows' own cases (tests/windows_test.cc)
+#   and quillon-lot's (tests/batch_test.cc) against quillon.exe and
+#   quillon-lot.exe, driven by the Linux e2e program; the cases that cannot
+#   apply on Windows are listed with their reasons in tests/windows/exclus;
 # - the windowed mode: quillon.exe without arguments shows the main window
 #   (smoke-windowed.sh); the windows themselves are driven by the unit
-#   tests (tests/win32_windows_test.cc);
-# - the batch tests (tests/batch_test.cc) against quillon-lot.exe.
+#   tests (tests/win32_windows_test.cc).
 # Everything runs on a virtual X display of its own.
 # One wineserver is kept alive for the whole run, in a wine prefix of the
 # build's own; wine's debug output is silenced. The i686 build's tests run
@@ -44,18 +43,15 @@ sous_wine() {
   build="$2"
   echo "test-windows: $nom unit tests (ctest under wine)"
   (cd "$build" && ctest --output-on-failure)
-  echo "test-windows: $nom e2e cases against quillon.exe"
+  echo "test-windows: $nom e2e cases against quillon.exe and quillon-lot.exe"
   debut=$(date +%s%N)
   QUILLON_EXE_WINDOWS="$build/quillon.exe" QUILLON_LANCEUR="$build/tests/quillon_lanceur.exe" \
-    "$linux/tests/quillon_e2e_tests" --gtest_filter='Executable/*:Windows.*' --gtest_brief=1
+    "$linux/tests/quillon_e2e_tests" --gtest_filter='Executable/*:Windows.*:Lot.*' --gtest_brief=1
   fin=$(date +%s%N)
   cas=$(ls -d "$(dirname "$0")/../e2e"/*/ | wc -l)
-  echo "test-windows: $nom: $((cas + 3)) cases in $(((fin - debut) / 1000000)) ms"
+  echo "test-windows: $nom: $((cas + 5)) cases in $(((fin - debut) / 1000000)) ms"
   echo "test-windows: $nom windowed mode: quillon.exe without arguments"
   "$(dirname "$0")/smoke-windowed.sh" "$build/quillon.exe"
-  echo "test-windows: $nom batch tests against quillon-lot.exe"
-  QUILLON_EXE_WINDOWS="$build/quillon.exe" QUILLON_LANCEUR="$build/tests/quillon_lanceur.exe" \
-    QUILLON_LOT_EXE_WINDOWS="$build/quillon-lot.exe" "$linux/tests/quillon_lot_tests" --gtest_brief=1
 }
 
 sous_wine x86_64 "$win64"
