@@ -1,0 +1,94 @@
+// quillon-lot's engine in-process: its words, the files it lists from
+// folders, and the files it keeps apart so that no two threads share one.
+// Whole runs of the program are cases in tests/e2e (lot-*).
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "app/batch/options.h"
+#include "app/batch/sources.h"
+#include "exe_runner.h"
+
+namespace fs = std::filesystem;
+
+namespace quillon::test {
+namespace {
+
+using lot::CiblePtp;
+using lot::LireOptions;
+
+TEST(LotEngine, OptionsLues) {
+  const struct {
+    std::vector<std::string> mots;
+    const char* erreur;  // its start; empty: accepted
+    int16_t classe;
+    int32_t groupe;
+    CiblePtp ptp;
+    unsigned fils;
+  } cas[] = {
+      {{"-e", "1000", "-t", "cs", "a.ptv"}, "", 3, 2, CiblePtp::Aucune, 0},
+      {{"--echelle=250", "--theme=OD", "-j3", "a.ptv"}, "", 1, 3, CiblePtp::Aucune, 3},
+      {{"-e5000", "-tOD", "-p", "ptm", "--fils", "2", "a.ptp"}, "", 6, 3, CiblePtp::MD01, 2},
+      {{"-rnp", "ptv", "d"}, "", 0, 0, CiblePtp::Valeur, 0},
+      {{"--ptp-en=ptv", "--", "-a.ptp"}, "", 0, 0, CiblePtp::Valeur, 0},
+      {{}, "aucune source", 0, 0, CiblePtp::Aucune, 0},
+      {{"--vite", "a.ptv"}, "option inconnue : --vite", 0, 0, CiblePtp::Aucune, 0},
+      {{"-x", "a.ptv"}, "option inconnue : -x", 0, 0, CiblePtp::Aucune, 0},
+      {{"--recursif=oui", "a.ptv"}, "--recursif ne prend pas de valeur", 0, 0, CiblePtp::Aucune, 0},
+      {{"a.ptv", "-e"}, "-e attend une valeur", 0, 0, CiblePtp::Aucune, 0},
+      {{"-e", "0500", "a.ptv"}, "--echelle attend 250, 500, 1000, 2000, 4000 ou 5000", 0, 0, CiblePtp::Aucune, 0},
+      {{"-j", "0", "a.ptv"}, "--fils attend un nombre de 1 à 64", 0, 0, CiblePtp::Aucune, 0},
+      {{"-p", "pts", "a.ptp"}, "--ptp-en attend ptv ou ptm", 0, 0, CiblePtp::Aucune, 0},
+      {{"-c", "x.ptp", "a.ptv", "b.ptv"}, "--cible ne va qu'avec une seule source", 0, 0, CiblePtp::Aucune, 0},
+  };
+  for (const auto& c : cas) {
+    const lot::LectureOptions lu = LireOptions(c.mots);
+    const std::string mots = ::testing::PrintToString(c.mots);
+    EXPECT_TRUE(lu.erreur.starts_with(c.erreur) && lu.erreur.empty() == !*c.erreur) << mots << ": " << lu.erreur;
+    if (!lu.erreur.empty()) continue;
+    EXPECT_EQ(lu.options.classeEchelle, c.classe) << mots;
+    EXPECT_EQ(lu.options.groupeTheme, c.groupe) << mots;
+    EXPECT_EQ(lu.options.ciblePtp, c.ptp) << mots;
+    EXPECT_EQ(lu.options.fils, c.fils) << mots;
+  }
+}
+
+// A folder gives its point files by their real extension, sorted, with
+// their subfolders only when asked; conflicts are found before anything
+// runs.
+TEST(LotEngine, FichiersListesEtConflits) {
+  DossierTemporaire d;
+  fs::create_directories(d / "d/sous");
+  fs::create_directories(d / "d/dossier.ptv");
+  for (const char* nom : {"d/b.PTV", "d/a.ptp", "d/c.Pts", "d/x.ptv.txt", "d/sous/e.ptv", "d/a.ptv"}) {
+    EcrireFichier(d / nom, "");
+  }
+  const fs::path ici = fs::current_path();
+  fs::current_path(d.chemin());  // the sources as relative paths, as a user gives them
+  const auto lister = [](const std::vector<std::string>& mots) {
+    const lot::ListeLot liste = lot::ListerFichiers(LireOptions(mots).options);
+    if (!liste.erreur.empty()) return std::vector<std::string>{liste.erreur};
+    std::vector<std::string> vus;
+    for (const lot::FichierLot& f : liste.fichiers) {
+      vus.push_back(f.source + " " + f.cible + " " + NomConversion(f.conversion) + (f.empechement.empty() ? "" : " X"));
+    }
+    return vus;
+  };
+  using V = std::vector<std::string>;
+  // a.ptv's target is a.ptp, another source of the batch: left out.
+  EXPECT_EQ(lister({"-p", "ptm", "d"}),
+            (V{"d/a.ptp d/a.ptm ptp-ptm", "d/a.ptv d/a.ptp ptv-ptp X", "d/b.PTV d/b.PTP ptv-ptp", "d/c.Pts d/c.ptv pts-ptv"}));
+  EXPECT_EQ(lister({"-r", "-p", "ptv", "d/sous", "d/sous/e.ptv"}), (V{"d/sous/e.ptv d/sous/e.ptp ptv-ptp",
+                                                                      "d/sous/e.ptv d/sous/e.ptp ptv-ptp X"}));
+  EXPECT_EQ(lister({"-r", "-o", "o", "-p", "ptv", "d/sous", "d/b.PTV"}),
+            (V{"d/sous/e.ptv o/e.ptp ptv-ptp", "d/b.PTV o/b.PTP ptv-ptp"}));
+  // The same target for two sources of different folders: the second waits
+  // for another batch.
+  EXPECT_EQ(lister({"-o", "o", "d/sous/e.ptv", "d/sous/../sous/e.ptv"}).back().ends_with(" X"), true);
+  EXPECT_EQ(lister({"d"}), V{"d/a.ptp est un fichier .ptp : dites avec --ptp-en s'il devient .ptv ou .ptm"});
+  EXPECT_EQ(lister({"d/x.ptv.txt"}), V{"d/x.ptv.txt n'est ni un dossier, ni un fichier .ptv, .ptp ou .pts"});
+  fs::current_path(ici);
+}
+
+}  // namespace
+}  // namespace quillon::test
