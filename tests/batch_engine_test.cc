@@ -85,6 +85,10 @@ TEST(LotEngine, FichiersListesEtConflits) {
   // The same target for two sources of different folders: the second waits
   // for another batch.
   EXPECT_EQ(lister({"-o", "o", "d/sous/e.ptv", "d/sous/../sous/e.ptv"}).back().ends_with(" X"), true);
+  // A name that is not UTF-8 is listed as it is (POSIX names are bytes).
+  fs::create_directory("n");
+  EcrireFichier("n/\xE9t\xE9.ptv", "");
+  EXPECT_EQ(lister({"n"}), V{"n/\xE9t\xE9.ptv n/\xE9t\xE9.ptp ptv-ptp"});
   EXPECT_EQ(lister({"d"}), V{"d/a.ptp est un fichier .ptp : dites avec --ptp-en s'il devient .ptv ou .ptm"});
   EXPECT_EQ(lister({"d/x.ptv.txt"}), V{"d/x.ptv.txt n'est ni un dossier, ni un fichier .ptv, .ptp ou .pts"});
   fs::current_path(ici);
