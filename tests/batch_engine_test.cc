@@ -70,7 +70,7 @@ TEST(LotEngine, FichiersListesEtConflits) {
     if (!liste.erreur.empty()) return std::vector<std::string>{liste.erreur};
     std::vector<std::string> vus;
     for (const lot::FichierLot& f : liste.fichiers) {
-      vus.push_back(f.source + " " + f.cible + " " + NomConversion(f.conversion) + (f.empechement.empty() ? "" : " X"));
+      vus.push_back(f.source + " " + f.cible + " " + NomConversion(f.conversion) + (f.empechement ? " X" : ""));
     }
     return vus;
   };

@@ -64,7 +64,7 @@ std::string RapportJson(const std::vector<FichierLot>& fichiers, const std::vect
         {"erreurs_ecriture", r.erreursEcriture},
         {"issue", MotIssue(r.issue)},
     };
-    if (!r.message.empty()) objet["message"] = Cp1252VersUtf8(r.message);
+    if (r.echec) objet["message"] = Cp1252VersUtf8(TexteEchec(*r.echec));
     liste.push_back(std::move(objet));
   }
   const Totaux t = Additionner(resultats);

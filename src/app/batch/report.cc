@@ -32,7 +32,7 @@ std::string LigneFichier(const FichierLot& f, const ResultatFichier& r) {
   for (int64_t n : {r.lues, r.ignorees, r.erreursLecture, r.erreursEcriture}) ligne += '\t' + std::to_string(n);
   ligne += '\t';
   ligne += MotIssue(r.issue);
-  if (!r.message.empty()) ligne += '\t' + r.message;
+  if (r.echec) ligne += '\t' + TexteEchec(*r.echec);
   return ligne;
 }
 

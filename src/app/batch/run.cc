@@ -14,11 +14,11 @@ namespace {
 class AffichageLot : public Affichage {
  public:
   void MontrerBilan(const std::array<std::string, 4>&) override {}
-  void MontrerErreurFatale(const ErreurFatale& erreur) override { message_ = CauseFatale(erreur); }
-  const std::string& Message() const { return message_; }
+  void MontrerErreurFatale(const ErreurFatale& erreur) override { erreur_ = erreur; }
+  const ErreurFatale& Erreur() const { return erreur_; }
 
  private:
-  std::string message_;
+  ErreurFatale erreur_;
 };
 
 // A target that goes nowhere: check mode writes everything else.
@@ -68,9 +68,9 @@ const char* MotIssue(Issue issue) {
 ResultatFichier ConvertirFichier(const FichierLot& fichier, const OptionsLot& options,
                                  const std::atomic<bool>* arret) {
   ResultatFichier r;
-  if (!fichier.empechement.empty()) {
+  if (fichier.empechement) {
     r.issue = Issue::Echec;
-    r.message = fichier.empechement;
+    r.echec = fichier.empechement;
     return r;
   }
   if (!options.dossierSortie.empty()) {
@@ -104,7 +104,7 @@ ResultatFichier ConvertirFichier(const FichierLot& fichier, const OptionsLot& op
     r.issue = Issue::Interrompu;
   } else {
     r.issue = Issue::Echec;
-    r.message = affichage.Message();
+    r.echec = Echec{Echec::Raison::Run, affichage.Erreur(), {}};
   }
   return r;
 }

@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "app/batch/options.h"
@@ -27,7 +28,7 @@ struct ResultatFichier {
   int64_t ignorees = 0;
   int64_t erreursLecture = 0;
   int64_t erreursEcriture = 0;
-  std::string message;  // the fatal message of a failure, in Windows-1252
+  std::optional<Echec> echec;  // why it failed
 };
 
 // Converts one file as the console would, with the batch's options; in

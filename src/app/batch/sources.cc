@@ -73,9 +73,7 @@ std::string Cle(const std::string& chemin) {
   return TexteChemin(p.lexically_normal());
 }
 
-std::string Deja(const std::string& chemin) {
-  return "Le fichier " + CheminAffichable(chemin) + Ansi(u8" sert déjà à un autre fichier du lot").str();
-}
+Echec Deja(const std::string& chemin) { return {Echec::Raison::DejaDansLeLot, {}, chemin}; }
 
 // Files of the batch that would write where another one reads or writes are
 // left out, and so is a source given twice: threads must never share a file.
@@ -85,7 +83,7 @@ void EcarterConflits(std::vector<FichierLot>& fichiers, bool verification) {
   std::map<std::string, bool> ecrits;
   std::map<std::string, bool> lus;
   for (FichierLot& f : fichiers) {
-    if (!f.empechement.empty()) continue;
+    if (f.empechement) continue;
     const std::string source = Cle(f.source);
     if (lus[source]) {
       f.empechement = Deja(f.source);
@@ -101,13 +99,24 @@ void EcarterConflits(std::vector<FichierLot>& fichiers, bool verification) {
         break;
       }
     }
-    if (!f.empechement.empty()) continue;
+    if (f.empechement) continue;
     if (!verification) ecrits[Cle(f.cible)] = true;
     ecrits[Cle(f.log)] = true;
   }
 }
 
 }  // namespace
+
+std::string TexteEchec(const Echec& echec) {
+  switch (echec.raison) {
+    case Echec::Raison::Run: return CauseFatale(echec.fatale);
+    case Echec::Raison::DossierIlisible:
+      return "Le dossier " + CheminAffichable(echec.chemin) + Ansi(u8" ne peut pas être parcouru").str();
+    case Echec::Raison::DejaDansLeLot:
+      return "Le fichier " + CheminAffichable(echec.chemin) + Ansi(u8" sert déjà à un autre fichier du lot").str();
+  }
+  return "";
+}
 
 ListeLot ListerFichiers(const OptionsLot& options) {
   ListeLot liste;
@@ -118,8 +127,7 @@ ListeLot ListerFichiers(const OptionsLot& options) {
       if (!Parcourir(source, options.recursif, trouves)) {
         FichierLot illisible;
         illisible.source = source;
-        illisible.empechement =
-            "Le dossier " + CheminAffichable(source) + Ansi(u8" ne peut pas être parcouru").str();
+        illisible.empechement = Echec{Echec::Raison::DossierIlisible, {}, source};
         liste.fichiers.push_back(illisible);
       }
     } else if (SortePourNom(CheminNatif(source).filename())) {

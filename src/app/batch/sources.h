@@ -2,6 +2,7 @@
 // target and its log.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -10,20 +11,33 @@
 
 namespace quillon::lot {
 
+// Why a file of the batch failed, as data: a run's fatal error, or what
+// kept it from being tried (a folder that cannot be read, a file that
+// another file of the batch reads or writes). The text report words it in
+// Windows-1252 and the JSON report in UTF-8 (TexteEchec).
+struct Echec {
+  enum class Raison { Run, DossierIlisible, DejaDansLeLot };
+  Raison raison = Raison::Run;
+  ErreurFatale fatale;  // Run
+  std::string chemin;   // DossierIlisible, DejaDansLeLot
+};
+
+// "Le fichier X ne peut pas être lu", "Le dossier X ne peut pas être
+// parcouru", "Le fichier X sert déjà à un autre fichier du lot".
+std::string TexteEchec(const Echec& echec);
+
 struct FichierLot {
   std::string source;
   std::string cible;
   std::string log;
   Conversion conversion = Conversion::ValEnPrecFiab;
-  // Why the file is not converted before anything is tried (a folder that
-  // cannot be read, a target that another file of the batch reads or
-  // writes), in Windows-1252; empty otherwise.
-  std::string empechement;
+  // Why the file is not tried at all.
+  std::optional<Echec> empechement;
 };
 
 struct ListeLot {
   std::vector<FichierLot> fichiers;
-  std::string erreur;  // a usage error, in UTF-8; empty otherwise
+  std::string erreur;  // a usage error, UTF-8 as the usage texts; empty otherwise
 };
 
 // The files of the sources in their order; those of a folder sorted by
