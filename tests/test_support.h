@@ -1,4 +1,4 @@
-// Helpers shared by the tests: a log held in memory, and fixed-column lines.
+// Helpers shared by the tests: a log held in memory, its lines and date, and Windows-1252 text.
 #pragma once
 
 #include <cstdint>
@@ -36,27 +36,6 @@ class JournalMemoire {
 
  private:
   int64_t compteur_;
-};
-
-// A line built by columns: Colonne(premiere, texte) puts `texte` at the
-// 1-based column `premiere`, blanks filling any gap.
-class LigneFixe {
- public:
-  LigneFixe& Colonne(std::size_t premiere, std::string_view texte) {
-    if (texte.empty()) return *this;
-    if (texte_.size() < premiere - 1 + texte.size()) texte_.resize(premiere - 1 + texte.size(), ' ');
-    texte_.replace(premiere - 1, texte.size(), texte);
-    return *this;
-  }
-  LigneFixe& Longueur(std::size_t n) {
-    texte_.resize(n, ' ');
-    return *this;
-  }
-  const std::string& str() const { return texte_; }
-  operator std::string_view() const { return texte_; }
-
- private:
-  std::string texte_;
 };
 
 // A log with its second line, the date, replaced by "<date>" once it has
