@@ -2,9 +2,9 @@
 # The Windows build's tests under wine (make test-windows):
 #   tests/windows/run-tests.sh LINUX_BUILD WIN64_BUILD WIN32_BUILD
 # - the unit tests of each Windows build, through CTest under wine;
-# - every e2e case (tests/e2e), Windows' own cases (tests/windows_test.cc)
-#   and quillon-lot's (tests/batch_test.cc) against quillon.exe and
-#   quillon-lot.exe, driven by the Linux e2e program; the cases that cannot
+# - every e2e case (tests/e2e), and Windows' own runs and quillon-lot's
+#   (tests/runs_test.cc) against quillon.exe and quillon-lot.exe, driven by
+#   the Linux e2e program; the cases that cannot
 #   apply on Windows are listed with their reasons in tests/windows/exclus;
 # - the windowed mode: quillon.exe without arguments shows the main window
 #   (smoke-windowed.sh); the windows themselves are driven by the unit
@@ -49,7 +49,7 @@ sous_wine() {
     "$linux/tests/quillon_e2e_tests" --gtest_filter='Executable/*:Windows.*:Lot.*' --gtest_brief=1
   fin=$(date +%s%N)
   cas=$(ls -d "$(dirname "$0")/../e2e"/*/ | wc -l)
-  echo "test-windows: $nom: $((cas + 5)) cases in $(((fin - debut) / 1000000)) ms"
+  echo "test-windows: $nom: $((cas + 4)) cases in $(((fin - debut) / 1000000)) ms"
   echo "test-windows: $nom windowed mode: quillon.exe without arguments"
   "$(dirname "$0")/smoke-windowed.sh" "$build/quillon.exe"
 }

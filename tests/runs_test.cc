@@ -1,0 +1,397 @@
+// Runs of the real programs that the cases kept as data (tests/e2e) cannot
+// set up: permissions, signals, named pipes, full disks, huge or endless
+// sources, threads ending out of order, and what only the Windows build
+// meets. A run that does not end well leaves every file of its folder as it
+// was: the source, the previous target and log, and no temporary file.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sched.h>
+#include <signal.h>
+#include <sys/ioctl.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <optional>
+#include <sstream>
+
+#include "exe_runner.h"
+#include "test_support.h"
+
+namespace fs = std::filesystem;
+
+namespace quillon::test {
+namespace {
+
+const std::string kVersion = "Quillon, Version 0.5.5\r\n";
+const std::string kLignePtv =
+    "01  12  34      100101 1OR 11.  2600123.450 1200456.780  450.120        borne        BO\r\n";
+const std::string kCibleAvant = "cible d'avant\r\n";
+const std::string kJournalAvant = "journal d'avant\r\n";
+
+std::string Repeter(const std::string& ligne, int fois) {
+  std::string texte;
+  for (int i = 0; i < fois; ++i) texte += ligne;
+  return texte;
+}
+
+std::string Fatal(const std::string& fichier, const std::string& raison) {
+  return kVersion + "ERREUR FATALE: Le fichier " + fichier + " ne peut pas \xEAtre " + raison +
+         ", l'application va s'arr\xEAter\r\n";
+}
+
+// Every entry under a folder by its path: a file's permission bits, size
+// and a hash of its bytes (of its size alone past 64 MiB), where a link
+// points, a folder's or a pipe's permission bits.
+using Etat = std::map<std::string, std::string>;
+Etat EtatDe(const std::string& dossier) {
+  Etat etat;
+  for (const auto& e : fs::recursive_directory_iterator(dossier)) {
+    const fs::file_status s = e.symlink_status();
+    std::ostringstream texte;
+    texte << std::oct << static_cast<int>(s.permissions()) << std::dec << " ";
+    if (fs::is_symlink(s)) texte << "-> " << fs::read_symlink(e.path()).string();
+    if (fs::is_directory(s) || fs::is_fifo(s)) texte << (fs::is_fifo(s) ? "pipe" : "folder");
+    if (fs::is_regular_file(s)) texte << e.file_size() << " bytes";
+    if (fs::is_regular_file(s) && e.file_size() < (64u << 20)) {
+      texte << " #" << std::hash<std::string>{}(LireFichier(e.path()));
+    }
+    etat[e.path().lexically_relative(dossier).string()] = texte.str();
+  }
+  return etat;
+}
+
+// The peak counts the test program's own at the fork.
+void VerifierMemoire([[maybe_unused]] const ResultatExe& r, [[maybe_unused]] long maxMo) {
+#ifndef QUILLON_SANITIZE  // the sanitizers' bookkeeping makes resident memory meaningless
+  EXPECT_LT(r.memoireMaxKo, maxMo * 1024);
+#endif
+}
+
+// A named pipe that a run reads as its source, kept open while it is written
+// to, so that the run waits in the middle of its source.
+class SourceEnTuyau {
+ public:
+  explicit SourceEnTuyau(const std::string& chemin) : chemin_(chemin) { mkfifo(chemin.c_str(), 0644); }
+  ~SourceEnTuyau() { Fermer(); }
+  // Blocks until the run has opened the pipe and taken `texte`.
+  void Ecrire(const std::string& texte) {
+    if (fd_ < 0) fd_ = open(chemin_.c_str(), O_WRONLY);
+    for (std::size_t fait = 0; fd_ >= 0 && fait < texte.size();) {
+      const ssize_t n = write(fd_, texte.data() + fait, texte.size() - fait);
+      if (n <= 0) break;
+      fait += static_cast<std::size_t>(n);
+    }
+  }
+  void Fermer() {
+    if (fd_ >= 0) close(fd_);
+    fd_ = -1;
+  }
+
+ private:
+  std::string chemin_;
+  int fd_ = -1;
+};
+
+struct CasFaute {
+  const char* nom;
+  // After the source a.ptv (20,000 lines), the previous target b.ptp and
+  // log a.ptv.log are written; false when the case cannot be set up here.
+  std::function<bool(const DossierTemporaire&)> preparer;
+  std::string sortie;
+  // Sent once the run has written part of its target; the source is then a
+  // named pipe that never ends.
+  int signal = 0;
+  bool sansPrivileges = false;  // run as "nobody" when the tests run as root
+  std::vector<std::string> arguments = {"a.ptv", "b.ptp"};
+  bool sortieFermee = false;
+  // The files the run replaces, by their size ("" for any); each keeps its
+  // permission bits. Every other entry of the folder stays as it was.
+  std::map<std::string, std::string> ecrits = {};
+};
+
+bool Rien(const DossierTemporaire&) { return true; }
+bool Dossier(const DossierTemporaire& d, const std::string& nom, mode_t mode, const std::string& fichier) {
+  fs::create_directory(d / nom);
+  fs::copy_file(d / fichier, d / (nom + "/" + fichier));
+  chmod((d / (nom + "/" + fichier)).c_str(), 0666);
+  return chmod((d / nom).c_str(), mode) == 0;
+}
+
+TEST(Fautes, RunsQuiNeFinissentPasBien) {
+  const std::string bilan = kVersion + "20000 ligne(s) lues dans le fichier source\r\n0 ligne(s) ignor\xE9" "e(s) "
+                            "lors de la conversion\r\n0 erreur(s) constat\xE9" "e(s) lors de la lecture du "
+                            "fichier source\r\n0 erreur(s) constat\xE9" "e(s) lors de l'\xE9" "criture dans le "
+                            "fichier cible\r\n";
+  const CasFaute cas[] = {
+      {"source unreadable", [](auto& d) { return chmod((d / "a.ptv").c_str(), 0) == 0; }, Fatal("a.ptv", "ouvert"), 0,
+       true},
+      {"target read-only", [](auto& d) { return chmod((d / "b.ptp").c_str(), 0444) == 0; },
+       Fatal("b.ptp", "cr\xE9\xE9"), 0, true},
+      {"target in a read-only folder", [](auto& d) { return Dossier(d, "lecture", 0555, "b.ptp"); },
+       Fatal("lecture/b.ptp", "cr\xE9\xE9"), 0, true, {"a.ptv", "lecture/b.ptp"}},
+      {"log in a read-only folder", [](auto& d) { return Dossier(d, "lecture", 0555, "a.ptv"); },
+       Fatal("lecture/a.ptv.log", "cr\xE9\xE9"), 0, true, {"lecture/a.ptv", "b.ptp"}},
+      {"target is a hard link to the source",
+       [](auto& d) { return fs::create_hard_link(d / "a.ptv", d / "dur.ptp"), true; }, Fatal("dur.ptp", "cr\xE9\xE9"),
+       0, false, {"a.ptv", "dur.ptp"}},
+      {"disk full", [](auto& d) { return fs::create_symlink("/dev/full", d / "plein.ptp"), true; },
+       Fatal("plein.ptp", "\xE9" "crit"), 0, false, {"a.ptv", "plein.ptp"}},
+      {"disk full under an existing target: 1 MiB of its own, mounted in a mount namespace of this test's",
+       [](auto& d) {
+         fs::create_directory(d / "petit");
+         if (unshare(CLONE_NEWNS) != 0 || mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+             mount("tmpfs", (d / "petit").c_str(), "tmpfs", 0, "size=1m,mode=0777") != 0) {
+           return false;  // needs root and CAP_SYS_ADMIN
+         }
+         EcrireFichier(d / "petit/b.ptp", Repeter(kCibleAvant, 20000));  // 300 KB: less than 1 MB left
+         return true;
+       },
+       Fatal("petit/b.ptp", "\xE9" "crit"), 0, false, {"a.ptv", "petit/b.ptp"}},
+      // Past the longest accepted line, the source is taken as unreadable.
+      {"a line of 100 MB",
+       [](auto& d) { return EcrireFichier(d / "a.ptv", kLignePtv + std::string(100 << 20, '7')), true; },
+       Fatal("a.ptv", "lu")},
+      {"an endless source",
+       [](auto& d) { return fs::remove(d / "a.ptv") && (fs::create_symlink("/dev/zero", d / "a.ptv"), true); },
+       Fatal("a.ptv", "lu")},
+      {"4 GB without a line end, sparse",
+       [](auto& d) { return truncate((d / "a.ptv").c_str(), int64_t{4} << 30) == 0; }, Fatal("a.ptv", "lu")},
+      {"SIGINT", Rien, kVersion, SIGINT},
+      {"SIGTERM", Rien, kVersion, SIGTERM},
+      {"SIGHUP", Rien, kVersion, SIGHUP},
+      {"SIGKILL, which cannot be caught: the target's and the log's temporaries stay", Rien, kVersion, SIGKILL},
+      {"standard output closed", Rien, "", 0, false, {"a.ptv", "b.ptp"}, true,
+       {{"b.ptp", "1780000"}, {"a.ptv.log", ""}}},
+      // Replaced through the link: the link stays, the file it points to
+      // gets the new lines.
+      {"target is a symbolic link",
+       [](auto& d) {
+         return Dossier(d, "vrai", 0755, "b.ptp") && (fs::create_symlink("vrai/b.ptp", d / "lien.ptp"), true);
+       },
+       bilan, 0, false, {"a.ptv", "lien.ptp"}, false, {{"vrai/b.ptp", "1780000"}, {"a.ptv.log", ""}}},
+  };
+  const std::string source = Repeter(kLignePtv, 20000);  // more than the buffers hold
+  for (const CasFaute& c : cas) {
+    SCOPED_TRACE(c.nom);
+    DossierTemporaire d;
+    EcrireFichier(d / "a.ptv", source);
+    for (const std::string nom : {"b.ptp", "a.ptv.log"}) {
+      EcrireFichier(d / nom, nom == "b.ptp" ? kCibleAvant : kJournalAvant);
+      chmod((d / nom).c_str(), 0666);
+    }
+    if (!c.preparer(d)) {
+      std::cout << "skipped here: " << c.nom << "\n";
+      continue;
+    }
+    std::optional<SourceEnTuyau> tuyau;
+    if (c.signal != 0) {
+      fs::remove(d / "a.ptv");
+      tuyau.emplace(d / "a.ptv");
+    }
+    Etat avant = EtatDe(d.chemin());
+    OptionsExe options;
+    options.sansPrivileges = c.sansPrivileges;
+    options.sortieFermee = c.sortieFermee;
+    ProcessusQuillon run(c.arguments, d.chemin(), options);
+    if (tuyau) {
+      tuyau->Ecrire(Repeter(kLignePtv, 100000));  // 9 MB read and written, and more to come
+      ASSERT_TRUE(AttendreQue([&] {  // part of the target written
+        for (const std::string& nom : Temporaires(d.chemin())) {
+          std::error_code ec;
+          if (nom.starts_with("b.ptp.") && fs::file_size(fs::path(d / nom), ec) > 0) return true;
+        }
+        return false;
+      }));
+      run.Signaler(c.signal);
+    }
+    const ResultatExe r = run.Attendre();
+    tuyau.reset();
+
+    EXPECT_EQ(r.signal, c.signal);
+    EXPECT_EQ(r.sortie, c.sortie);
+    Etat apres = EtatDe(d.chemin());
+    for (const auto& [nom, taille] : c.ecrits) {
+      const std::string mode = avant[nom].substr(0, avant[nom].find(' ') + 1);
+      EXPECT_TRUE(apres[nom].starts_with(mode + taille)) << nom << ": " << apres[nom] << ", was " << avant[nom];
+      avant.erase(nom);
+      apres.erase(nom);
+    }
+    if (c.signal == SIGKILL) {
+      EXPECT_EQ(Temporaires(d.chemin()).size(), 2u);
+      for (const std::string& t : Temporaires(d.chemin())) {
+        EXPECT_TRUE(t.starts_with("b.ptp.quillon-") || t.starts_with("a.ptv.log.quillon-")) << t;
+        apres.erase(t);
+      }
+    }
+    EXPECT_EQ(apres, avant);
+    VerifierMemoire(r, c.ecrits.empty() ? 16 : 64);  // a run stopped early, or the whole source
+    umount2((d / "petit").c_str(), MNT_DETACH);
+  }
+}
+
+// Two runs into one target at the same time, their sources taken in turns:
+// the target is one run's whole output, never a mix.
+TEST(Fautes, DeuxConversionsSurLaMemeCible) {
+  DossierTemporaire d;
+  const std::string sources[] = {
+      Repeter(kLignePtv, 50000),
+      Repeter("06  12  34      300103 3 R 17.  2600140.250 1200470.500                 limite       LI\r\n", 50000)};
+  std::string seules[2];
+  for (int i : {0, 1}) {  // each alone first, for the output to expect
+    EcrireFichier(d / "seule.ptv", sources[i]);
+    LancerQuillon({"seule.ptv", "seule.ptp"}, d.chemin());
+    seules[i] = LireFichier(d / "seule.ptp");
+  }
+  ASSERT_EQ(seules[0].size(), 50000u * 89);
+  ASSERT_NE(seules[0], seules[1]);
+  EcrireFichier(d / "b.ptp", kCibleAvant);
+  SourceEnTuyau tuyaux[] = {SourceEnTuyau(d / "a.ptv"), SourceEnTuyau(d / "c.ptv")};
+  ProcessusQuillon runA({"a.ptv", "b.ptp"}, d.chemin());
+  ProcessusQuillon runC({"c.ptv", "b.ptp"}, d.chemin());
+  const std::size_t moitie = sources[0].size() / 2;
+  for (std::size_t debut : {std::size_t{0}, moitie}) {
+    for (int i : {0, 1}) tuyaux[i].Ecrire(sources[i].substr(debut, debut == 0 ? moitie : std::string::npos));
+  }
+  for (SourceEnTuyau& t : tuyaux) t.Fermer();
+  for (ProcessusQuillon* run : {&runA, &runC}) {
+    const ResultatExe r = run->Attendre();
+    EXPECT_EQ(r.signal, 0);
+    VerifierMemoire(r, 64);
+  }
+  const std::string cible = LireFichier(d / "b.ptp");
+  EXPECT_TRUE(cible == seules[0] || cible == seules[1]) << "a mix of " << cible.size() << " bytes";
+  EXPECT_EQ(Temporaires(d.chemin()), std::vector<std::string>{});
+}
+
+// quillon-lot's report comes in the order of the sources, whichever thread
+// ends first: each long file comes before a short one.
+TEST(Lot, RapportDansLOrdreDesSources) {
+  DossierTemporaire d;
+  std::vector<std::string> arguments = {"--fils=4", "-e", "1000", "-t", "CS"};
+  std::string attendu;
+  for (int i = 0; i < 8; ++i) {
+    const std::string n = std::to_string(i);
+    EcrireFichier(d / ("f" + n + ".ptv"), Repeter(kLignePtv, i % 2 == 0 ? 40000 : 10));
+    arguments.push_back("f" + n + ".ptv");
+    attendu += "f" + n + ".ptv\tf" + n + ".ptp\t" + (i % 2 == 0 ? "40000" : "10") + "\t0\t0\t0\tconverti\n";
+  }
+  const ResultatExe r = LancerQuillon(arguments, d.chemin(), Programme::Lot);
+  EXPECT_EQ(r.codeSortie, 0);
+  std::string sortie = r.sortie;
+  std::erase(sortie, '\r');
+  EXPECT_EQ(sortie.substr(0, attendu.size()), attendu);
+}
+
+// True when nothing is left in the pipe and every thread of the batch
+// sleeps: its reader waits in a read.
+bool LectureEnAttente(pid_t pid, int tuyau) {
+  int restant = 0;
+  if (ioctl(tuyau, FIONREAD, &restant) != 0 || restant > 0) return false;
+  for (const auto& t : fs::directory_iterator("/proc/" + std::to_string(pid) + "/task")) {
+    if (LireFichier(t.path() / "stat").find(") S ") == std::string::npos) return false;
+  }
+  return true;
+}
+
+// True once no SIGINT is pending: a thread of the batch has taken it.
+bool SigintPris(pid_t pid) {
+  const std::string etat = LireFichier("/proc/" + std::to_string(pid) + "/status");
+  const std::size_t i = etat.find("ShdPnd:");
+  return i == std::string::npos || (std::stoull(etat.substr(i + 7), nullptr, 16) >> (SIGINT - 1) & 1) == 0;
+}
+
+// One thread; the second source is a named pipe kept open. Ctrl-C comes
+// while the batch waits in the middle of it: a stop asked while a read waits
+// still wins when the pipe then ends.
+TEST(Lot, InterrompuParCtrlC) {
+  if (SousWindows()) GTEST_SKIP() << "no named pipe or SIGINT under wine";
+  DossierTemporaire d;
+  const std::string lignes = Repeter(kLignePtv, 100);
+  EcrireFichier(d / "a.ptv", lignes);
+  EcrireFichier(d / "c.ptv", lignes);
+  mkfifo((d / "b.ptv").c_str(), 0644);
+  for (const std::string nom : {"b", "c"}) {
+    EcrireFichier(d / (nom + ".ptp"), kCibleAvant);
+    EcrireFichier(d / (nom + ".ptv.log"), kJournalAvant);
+  }
+  const Etat avant = EtatDe(d.chemin());
+  ProcessusQuillon lot({"-j", "1", "-e", "1000", "-t", "CS", "a.ptv", "b.ptv", "c.ptv"}, d.chemin(), Programme::Lot);
+  ASSERT_TRUE(lot.AttendreSortie("\tconverti\n"));  // a.ptv done
+  const int tuyau = open((d / "b.ptv").c_str(), O_WRONLY);
+  ASSERT_EQ(write(tuyau, lignes.data(), lignes.size()), static_cast<ssize_t>(lignes.size()));
+  ASSERT_TRUE(AttendreQue([&] { return LectureEnAttente(lot.pid(), tuyau); }));
+  lot.Signaler(SIGINT);
+  ASSERT_TRUE(AttendreQue([&] { return SigintPris(lot.pid()); }));
+  close(tuyau);
+  const ResultatExe r = lot.Attendre();
+
+  EXPECT_EQ(r.codeSortie, 130);
+  EXPECT_EQ(r.sortie,
+            "a.ptv\ta.ptp\t100\t0\t0\t0\tconverti\nb.ptv\tb.ptp\t100\t0\t0\t0\tinterrompu\n"
+            "c.ptv\tc.ptp\t0\t0\t0\t0\tnon-traite\nTotal: 3 fichier(s) : 1 converti(s), 0 avec rejets, 0 en \xE9"
+            "chec, 1 interrompu(s), 1 non trait\xE9(s)\nTotal: 200 ligne(s) lues, 0 ignor\xE9" "e(s), 0 erreur(s) de "
+            "lecture, 0 erreur(s) d'\xE9" "criture\n");
+  Etat apres = EtatDe(d.chemin());
+  EXPECT_EQ(apres.erase("a.ptp") + apres.erase("a.ptv.log"), 2u);
+  EXPECT_EQ(apres, avant);
+}
+
+// What only the Windows build meets: the program's own quoted path with a
+// blank in it, and file names that Windows-1252 cannot hold. Run under wine
+// (tests/windows/run-tests.sh); skipped on Linux.
+class Windows : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    if (!SousWindows()) GTEST_SKIP() << "Windows only: run under wine by make test-windows";
+  }
+  // A run of quillon.exe from `programme` with the text after its name.
+  ResultatExe Lancer(const std::string& texte, const std::string& programme = std::getenv("QUILLON_EXE_WINDOWS")) {
+    OptionsExe options;
+    options.environnement = {"LC_ALL=C.UTF-8"};  // wine reads Unix names and the command line in it
+    options.ligneCommande = LigneCommandeWindows(programme, texte);
+    return LancerQuillon({}, d.chemin(), options);
+  }
+  DossierTemporaire d;
+};
+
+// The same run from the program's folder and from a folder with a blank in
+// its name: the same target, log and summary, byte for byte.
+TEST_F(Windows, ProgrammeDansUnDossierAvecUnBlanc) {
+  fs::create_directory(d / "mes programmes");
+  fs::copy_file(std::getenv("QUILLON_EXE_WINDOWS"), d / "mes programmes/quillon.exe");
+  EcrireFichier(d / "a.ptv", kLignePtv + kLignePtv.substr(3) + kLignePtv);
+  std::string vus[2][3];
+  for (int i : {0, 1}) {
+    const ResultatExe r =
+        i == 0 ? Lancer("a.ptv b.ptp 500 cs") : Lancer("a.ptv b.ptp 500 cs", d / "mes programmes/quillon.exe");
+    vus[i][0] = r.sortie;
+    vus[i][1] = LireFichier(d / "b.ptp");
+    vus[i][2] = MasquerDate(LireFichier(d / "a.ptv.log"));
+    fs::remove(d / "b.ptp");
+  }
+  EXPECT_EQ(vus[1][0], vus[0][0]);
+  EXPECT_EQ(vus[1][1], vus[0][1]);
+  EXPECT_EQ(vus[1][2], vus[0][2]);
+  EXPECT_EQ(vus[1][1].size(), 2u * 89);
+}
+
+// A name that Windows-1252 cannot hold is opened and created all the same;
+// the log and the messages show "?" for its missing characters.
+TEST_F(Windows, CheminHorsWindows1252) {
+  EcrireFichier(d / "relevé-日本.ptv", kLignePtv);
+  const ResultatExe r = Lancer("relevé-日本.ptv sortie-Ω.ptp");
+  EXPECT_EQ(r.sortie.substr(0, kVersion.size() + 2), kVersion + "1 ");
+  EXPECT_EQ(LireFichier(d / "sortie-Ω.ptp").size(), 89u);
+  const std::vector<std::string> journal = LignesCRLF(LireFichier(d / "relevé-日本.ptv.log"));
+  ASSERT_GE(journal.size(), 6u);
+  EXPECT_EQ(journal[3], "relev\xE9-??.ptv");
+  EXPECT_EQ(journal[5], "sortie-?.ptp");
+  EXPECT_EQ(Temporaires(d.chemin()), std::vector<std::string>{});
+}
+
+}  // namespace
+}  // namespace quillon::test
