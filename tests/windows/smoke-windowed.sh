@@ -9,12 +9,8 @@ titre="Convertir fichier de points aux formats KQ"
 sortie=$(mktemp)
 trap 'rm -f "$sortie"' EXIT
 wine "$exe" >"$sortie" 2>/dev/null
-fenetre=""
-for _ in $(seq 100); do
-  fenetre=$(xdotool search --name "^$titre\$" 2>/dev/null | head -n 1 || true)
-  [ -n "$fenetre" ] && break
-  sleep 0.2
-done
+# Waits until the window is there (--sync), 20 s at most.
+fenetre=$(timeout 20 xdotool search --sync --name "^$titre\$" 2>/dev/null | head -n 1 || true)
 if [ -z "$fenetre" ]; then
   echo "smoke-windowed: no window titled \"$titre\"" >&2
   exit 1
