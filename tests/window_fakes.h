@@ -1,18 +1,24 @@
 // Fakes behind the windows' platform interfaces, for the window logic's
-// tests and for each front end's.
+// tests, and a driver of each front end's windows over them (Pilote).
 #pragma once
 
 #include <deque>
+#include <filesystem>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
+#include <random>
 #include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "conversion/run_settings.h"
+#include "ui/forms.h"
 #include "ui/registry.h"
 #include "ui/seams.h"
+#include "ui/window_logic.h"
 
 namespace quillon::test {
 
@@ -21,19 +27,16 @@ struct FauxDialogues : DialoguesFichiers {
   std::deque<FichierChoisi> reponses;
   std::vector<std::string> titres, filtres;  // of each dialog shown
   std::optional<FichierChoisi> Ouvrir(Parent, const std::string& titre, const std::string& filtre, int) override {
-    return Repondre(titre, filtre);
-  }
-  std::optional<FichierChoisi> EnregistrerSous(Parent, const std::string& titre, const std::string& filtre,
-                                               int) override {
-    return Repondre(titre, filtre);
-  }
-  std::optional<FichierChoisi> Repondre(const std::string& titre, const std::string& filtre) {
     titres.push_back(titre);
     filtres.push_back(filtre);
     if (reponses.empty()) return std::nullopt;
     const FichierChoisi reponse = reponses.front();
     reponses.pop_front();
     return reponse;
+  }
+  std::optional<FichierChoisi> EnregistrerSous(Parent parent, const std::string& titre, const std::string& filtre,
+                                               int index) override {
+    return Ouvrir(parent, titre, filtre, index);
   }
 };
 
@@ -91,13 +94,52 @@ struct FauxServices {
   Services services{dialogues, boites, fin, registre, programmes};
 };
 
-// The four-count summary that a run shows in its box (the log holds the same
-// lines, each ending with CR LF), in UTF-8.
-inline std::string TexteBilan(int lues, int ignorees, int erreursLecture, int erreursEcriture) {
-  return std::to_string(lues) + " ligne(s) lues dans le fichier source\r\n" + std::to_string(ignorees) +
-         " ligne(s) ignorée(s) lors de la conversion\r\n" + std::to_string(erreursLecture) +
-         " erreur(s) constatée(s) lors de la lecture du fichier source\r\n" + std::to_string(erreursEcriture) +
-         " erreur(s) constatée(s) lors de l'écriture dans le fichier cible";
-}
+// A folder of its own that is the current folder while it lives: the paths
+// the fake dialogs give are relative.
+struct DossierCourant {
+  std::filesystem::path avant = std::filesystem::current_path(), chemin = std::filesystem::temp_directory_path() /
+                                ("quillon-fenetres-" + std::to_string(std::random_device()()));
+  DossierCourant() { std::filesystem::create_directories(chemin), std::filesystem::current_path(chemin); }
+  ~DossierCourant() { std::error_code ec; std::filesystem::current_path(avant), std::filesystem::remove_all(chemin, ec); }
+};
+
+enum class Touche { Entree, Echap };
+
+// One front end's windows over the fakes, driven as a user drives them, so
+// that the same scenarios (window_views_test.cc) run on Qt and on Win32. A
+// window is named by its form ("frmQuillon" for the main window), a control
+// by its name in the form.
+struct Pilote : FauxServices {
+  DossierCourant dossier;
+  AffichageFenetre affichage{boites};
+  ReglagesExecution reglages;
+
+  Pilote() {
+    InitialiserTables(reglages);
+    reglages.affichage = &affichage;
+  }
+  virtual ~Pilote() = default;
+  virtual LogiqueQuillon& Logique() = 0;
+  // The menu entry clicked; a disabled one takes nothing.
+  virtual void Menu(Commande commande) = 0;
+  virtual bool Actif(Commande commande) = 0;
+  virtual bool Visible(const std::string& forme) = 0;
+  // The caption of the window, or the text of one of its controls.
+  virtual std::string Texte(const std::string& forme, const std::string& controle = "") = 0;
+  virtual bool AFocus(const std::string& forme, const std::string& controle) = 0;
+  virtual void Cliquer(const std::string& forme, const std::string& bouton) = 0;
+  virtual void Frapper(const std::string& forme, const std::string& controle, Touche touche) = 0;
+  virtual void Choisir(const std::string& forme, const std::string& liste, int index) = 0;
+  virtual int Selection(const std::string& forme, const std::string& liste) = 0;
+  virtual void FermerParLaBarre(const std::string& forme) = 0;
+
+  // The entry clicked, and a file picked in the dialog it shows.
+  void Commander(Commande commande, const char* nom, int index) {
+    dialogues.reponses.push_back({nom, index});
+    Menu(commande);
+  }
+};
+
+std::unique_ptr<Pilote> NouveauPilote();  // each front end's, shown
 
 }  // namespace quillon::test

@@ -1,11 +1,10 @@
 // What the windows decide, without any toolkit: a fake view over the window
-// logic, fake platform services, and files held in memory.
+// logic, fake platform services, and files held in memory. What each view
+// does with it: window_views_test.cc.
 #include <gtest/gtest.h>
 
 #include "conversion/conversions.h"
-#include "io/encoding.h"
 #include "test_support.h"
-#include "ui/window_logic.h"
 #include "window_fakes.h"
 
 namespace quillon::test {
@@ -16,7 +15,6 @@ namespace {
 struct FausseVue : VueQuillon {
   bool menusActifs = false;
   std::vector<Dialogue> dialogues;
-  int aPropos = 0;
   Parent Fenetre() override { return this; }
   void ActiverMenusFichier(bool actifs) override { menusActifs = actifs; }
   void MontrerDialogue(LogiqueOptions& dialogue) override {
@@ -27,19 +25,10 @@ struct FausseVue : VueQuillon {
     }
     dialogues.push_back(dialogue.Genre());
   }
-  void MontrerAPropos() override { ++aPropos; }
+  void MontrerAPropos() override {}
 };
 
-// A value line of theme 2 and one of a blank theme with nature 5, value code
-// 62: the precision written depends on the scale, the second line's theme
-// on the theme group.
-std::string LignesValeur() {
-  const auto ligne = [](const char* theme, const char* nature) {
-    return std::string(theme) + "   5  12        1001" + nature + " R 62.   538000.500  152000.250 " +
-           std::string(16, ' ') + "BORNE          \r\n";
-  };
-  return ligne("02", " 1") + ligne("  ", " 5");
-}
+constexpr const char* kFiltrePrec = "Points avec valeur (*.ptv)|*.ptv|Points au format MD01 (*.ptm)|*.ptm";
 
 struct Fenetre : FauxServices {
   SystemeFichiersMemoire fichiers;
@@ -52,96 +41,80 @@ struct Fenetre : FauxServices {
     reglages.affichage = &affichage;
     reglages.systeme = &fichiers;
   }
-  void Ouvrir(const std::string& nom, int index) {
+  // The command, with a file picked in its dialog.
+  void Commander(Commande commande, const std::string& nom, int index) {
     dialogues.reponses.push_back({nom, index});
-    logique.Commander(Commande::Ouvrir);
-  }
-  void EnregistrerSous(const std::string& nom, int index) {
-    dialogues.reponses.push_back({nom, index});
-    logique.Commander(Commande::EnregistrerSous);
+    logique.Commander(commande);
   }
   std::string Cible(const std::string& nom) { return fichiers.fichiers.count(nom) ? fichiers.fichiers[nom] : ""; }
 };
 
 TEST(LogiqueFenetre, EtatDesMenus) {
-  enum Geste { Annuler, Ouvrir, Fermer, EnregistrerAnnule };
   const struct {
-    Geste geste;
+    Commande commande;
+    bool choisi;  // a file picked in the dialog, if one shows
     bool actifs;  // Fermer and Enregistrer sous...
     const char* source;
-  } kEtapes[] = {{Annuler, false, ""},           {EnregistrerAnnule, false, ""}, {Ouvrir, true, "a.ptv"},
-                 {Annuler, true, "a.ptv"},       {EnregistrerAnnule, true, "a.ptv"}, {Fermer, false, "a.ptv"},
-                 {Fermer, false, "a.ptv"},       {Ouvrir, true, "a.ptv"}};
+    std::size_t dialogues;  // shown so far: a disabled entry shows none
+  } kEtapes[] = {{Commande::Ouvrir, false, false, "", 1},         {Commande::EnregistrerSous, true, false, "", 1},
+                 {Commande::Ouvrir, true, true, "a.ptv", 2},      {Commande::Ouvrir, false, true, "a.ptv", 3},
+                 {Commande::EnregistrerSous, false, true, "a.ptv", 4}, {Commande::Fermer, false, false, "a.ptv", 4},
+                 {Commande::Fermer, false, false, "a.ptv", 4},    {Commande::MettreEnPage, false, false, "a.ptv", 4},
+                 {Commande::Imprimer, false, false, "a.ptv", 4},  {Commande::Ouvrir, true, true, "a.ptv", 5}};
   Fenetre f;
-  std::size_t dialoguesAttendus = 0;
   for (const auto& etape : kEtapes) {
-    if (etape.geste == Annuler) f.logique.Commander(Commande::Ouvrir);
-    if (etape.geste == Ouvrir) f.Ouvrir("a.ptv", 1);
-    if (etape.geste == Fermer) f.logique.Commander(Commande::Fermer);
-    if (etape.geste == EnregistrerAnnule) {
-      f.logique.Commander(Commande::EnregistrerSous);
-      // A disabled entry shows no dialog.
-      if (f.logique.MenusFichierActifs()) ++dialoguesAttendus;
-    }
-    if (etape.geste == Annuler || etape.geste == Ouvrir) ++dialoguesAttendus;
-    EXPECT_EQ(f.logique.MenusFichierActifs(), etape.actifs) << etape.geste;
-    EXPECT_EQ(f.vue.menusActifs, etape.actifs) << etape.geste;
+    f.dialogues.reponses.clear();
+    if (etape.choisi) f.dialogues.reponses.push_back({"a.ptv", 1});
+    f.logique.Commander(etape.commande);
+    EXPECT_EQ(f.logique.MenusFichierActifs(), etape.actifs) << static_cast<int>(etape.commande);
+    EXPECT_EQ(f.vue.menusActifs, etape.actifs);
     EXPECT_EQ(f.reglages.FichierSource.Nom, etape.source);
-    EXPECT_EQ(f.dialogues.filtres.size(), dialoguesAttendus);
+    EXPECT_EQ(f.dialogues.filtres.size(), etape.dialogues);
   }
-  // Mise en page and Imprimer do nothing.
-  f.logique.Commander(Commande::MettreEnPage);
-  f.logique.Commander(Commande::Imprimer);
-  EXPECT_EQ(f.dialogues.filtres.size(), dialoguesAttendus);
+  EXPECT_TRUE(f.vue.dialogues.empty());
   EXPECT_EQ(f.fin.appels, 0);
 }
 
-TEST(LogiqueFenetre, LeFiltreDOuvertureDonneLaSorte) {
+// The open dialog's filter gives the kind of the source, whatever its
+// extension, and so the save dialog's filter; a precision source is then
+// converted at once, as the save dialog's filter says.
+TEST(LogiqueFenetre, LesFiltresChoisissentLaConversion) {
+  using T = LogiqueQuillon::TypeFichier;
   const struct {
-    int index;
-    LogiqueQuillon::TypeFichier sorte;
+    int ouvrir, enregistrer;  // filter indexes; 0: cancelled
+    T sorte;
     const char* filtreCible;
+    const char* premiereLigne;  // of the log; empty: nothing runs
+    std::vector<Dialogue> dialogues;
   } kCas[] = {
-      {1, LogiqueQuillon::TypeFichier::Valeur, "Points avec précision (*.ptp)|*.ptp"},
-      {2, LogiqueQuillon::TypeFichier::PrecFiab, "Points avec valeur (*.ptv)|*.ptv|Points au format MD01 (*.ptm)|*.ptm"},
-      {3, LogiqueQuillon::TypeFichier::DC, "Points avec valeur (*.ptv)|*.ptv"},
+      {1, 0, T::Valeur, "Points avec précision (*.ptp)|*.ptp", "", {}},
+      {1, 1, T::Valeur, "Points avec précision (*.ptp)|*.ptp", "", {Dialogue::ValPrecFiab}},
+      {2, 0, T::PrecFiab, kFiltrePrec, "", {}},
+      {2, 1, T::PrecFiab, kFiltrePrec, "Traduction de fichier de point de Prec/Fiab en Valeur", {}},
+      {2, 2, T::PrecFiab, kFiltrePrec, "Traduction de fichier de point de Prec/Fiab en MD01", {}},
+      {2, 3, T::PrecFiab, kFiltrePrec, "", {}},
+      {3, 1, T::DC, "Points avec valeur (*.ptv)|*.ptv", "", {Dialogue::DCVal}},
   };
   for (const auto& cas : kCas) {
     Fenetre f;
+    f.fichiers.fichiers["s.ptv"] = "";
     f.reglages.journal.NbErreursLecture = 4;
     f.reglages.journal.NbErreursEcriture = 5;
-    f.Ouvrir("s.ptv", cas.index);  // the extension says nothing
+    f.Commander(Commande::Ouvrir, "s.ptv", cas.ouvrir);
     EXPECT_EQ(f.logique.TypeFichierSource(), cas.sorte);
-    EXPECT_EQ(f.reglages.journal.FichierLog.Nom, "s.ptv.log");
     EXPECT_EQ(f.reglages.journal.NbErreursLecture + f.reglages.journal.NbErreursEcriture, 0);
-    f.logique.Commander(Commande::EnregistrerSous);  // cancelled: nothing changes
+    if (cas.enregistrer != 0) f.dialogues.reponses.push_back({"c.ptv", cas.enregistrer});
+    f.logique.Commander(Commande::EnregistrerSous);
+    EXPECT_EQ(f.reglages.FichierCible.Nom, cas.enregistrer != 0 ? "c.ptv" : "");
     EXPECT_EQ(f.dialogues.titres,
               (std::vector<std::string>{"Ouvrir un fichier points", "Enregistrer le fichier de points sous"}));
-    EXPECT_EQ(f.dialogues.filtres.at(0),
-              "Points avec valeur (*.ptv)|*.ptv|Points avec précisions (*.ptp)|*.ptp|Points au format DC "
-              "(*.pts)|*.pts");
-    EXPECT_EQ(f.dialogues.filtres.at(1), cas.filtreCible);
-    EXPECT_EQ(f.reglages.FichierCible.Nom, "");
-    EXPECT_TRUE(f.vue.dialogues.empty());
-  }
-}
-
-TEST(LogiqueFenetre, SourcePrecisionLeFiltreCibleChoisitLaConversion) {
-  const struct {
-    int index;
-    const char* premiereLigne;  // of the log; empty: nothing runs
-  } kCas[] = {{1, "Traduction de fichier de point de Prec/Fiab en Valeur"},
-              {2, "Traduction de fichier de point de Prec/Fiab en MD01"},
-              {3, ""}};
-  for (const auto& cas : kCas) {
-    Fenetre f;
-    f.fichiers.fichiers["s.ptp"] = "";
-    f.Ouvrir("s.ptp", 2);
-    f.EnregistrerSous("c.ptv", cas.index);
-    const std::vector<std::string> journal = LignesCRLF(f.Cible("s.ptp.log"));
+    EXPECT_EQ(f.dialogues.filtres, (std::vector<std::string>{"Points avec valeur (*.ptv)|*.ptv|Points avec "
+                                                             "précisions (*.ptp)|*.ptp|Points au format DC (*.pts)|*.pts",
+                                                             cas.filtreCible}));
+    const std::vector<std::string> journal = LignesCRLF(f.Cible("s.ptv.log"));
     EXPECT_EQ(journal.empty() ? "" : journal[0], cas.premiereLigne);
-    EXPECT_EQ(f.fichiers.fichiers.count("c.ptv"), *cas.premiereLigne ? 1u : 0u);
-    EXPECT_EQ(f.boites.boites.size(), *cas.premiereLigne ? 1u : 0u);
+    EXPECT_EQ(f.fichiers.fichiers.count("c.ptv") + f.boites.boites.size(), *cas.premiereLigne ? 2u : 0u);
+    EXPECT_EQ(f.vue.dialogues, cas.dialogues);
     EXPECT_EQ(f.fin.appels, 0);
   }
 }
@@ -149,8 +122,8 @@ TEST(LogiqueFenetre, SourcePrecisionLeFiltreCibleChoisitLaConversion) {
 TEST(LogiqueFenetre, ErreurFataleUneBoitePuisLaFin) {
   for (const bool parDialogue : {false, true}) {
     Fenetre f;
-    f.Ouvrir("absente", parDialogue ? 3 : 2);
-    f.EnregistrerSous("c.ptv", 1);
+    f.Commander(Commande::Ouvrir, "absente", parDialogue ? 3 : 2);
+    f.Commander(Commande::EnregistrerSous, "c.ptv", 1);
     if (parDialogue) f.logique.DialogueDCVal().btnConvertir_Click();
     ASSERT_EQ(f.boites.boites.size(), 1u);
     EXPECT_TRUE(f.boites.boites[0].fatale);
@@ -160,12 +133,20 @@ TEST(LogiqueFenetre, ErreurFataleUneBoitePuisLaFin) {
   }
 }
 
+// A value line of theme 2 and one of a blank theme with nature 5, value code
+// 62: the precision written depends on the scale, the second line's theme on
+// the theme group. The dialog shows without converting; Convertir runs with
+// the paths current at the click.
 TEST(LogiqueFenetre, DialogueMontreSansConvertirPuisConvertitAvecLesChemins) {
+  const auto ligne = [](const char* theme, const char* nature) {
+    return std::string(theme) + "   5  12        1001" + nature + " R 62.   538000.500  152000.250 " +
+           std::string(16, ' ') + "BORNE          \r\n";
+  };
   Fenetre f;
-  f.fichiers.fichiers["s.ptv"] = LignesValeur();
-  f.Ouvrir("s.ptv", 1);
-  f.EnregistrerSous("premiere.ptp", 1);
-  f.EnregistrerSous("c.ptp", 1);  // the paths current at the click count
+  f.fichiers.fichiers["s.ptv"] = ligne("02", " 1") + ligne("  ", " 5");
+  f.Commander(Commande::Ouvrir, "s.ptv", 1);
+  f.Commander(Commande::EnregistrerSous, "premiere.ptp", 1);
+  f.Commander(Commande::EnregistrerSous, "c.ptp", 1);
   EXPECT_EQ(f.vue.dialogues, (std::vector<Dialogue>{Dialogue::ValPrecFiab, Dialogue::ValPrecFiab}));
   EXPECT_TRUE(f.fichiers.fichiers.count("c.ptp") == 0 && f.boites.boites.empty());
 
@@ -175,7 +156,10 @@ TEST(LogiqueFenetre, DialogueMontreSansConvertirPuisConvertitAvecLesChemins) {
   dialogue.btnConvertir_Click();
   ASSERT_EQ(f.boites.boites.size(), 1u);
   EXPECT_EQ(f.boites.boites[0].titre, "Quillon");
-  EXPECT_EQ(f.boites.boites[0].texte, TexteBilan(2, 0, 0, 0));
+  EXPECT_EQ(f.boites.boites[0].texte,
+            "2 ligne(s) lues dans le fichier source\r\n0 ligne(s) ignorée(s) lors de la conversion\r\n0 erreur(s) "
+            "constatée(s) lors de la lecture du fichier source\r\n0 erreur(s) constatée(s) lors de l'écriture "
+            "dans le fichier cible");
 
   // The same run made directly with the codes that the texts stand for.
   ReglagesExecution reference;
@@ -188,49 +172,21 @@ TEST(LogiqueFenetre, DialogueMontreSansConvertirPuisConvertitAvecLesChemins) {
   EXPECT_EQ(f.fichiers.fichiers.count("premiere.ptp"), 0u);
 }
 
-TEST(LogiqueFenetre, ChoixDesDialogues) {
-  enum Geste { Montrer, Echelle, Theme, FermerParLaBarre };
-  const struct {
-    Geste geste;
-    const char* texte;
-    int16_t classe;
-    int32_t groupe;
-  } kEtapes[] = {
-      {Montrer, "", 1, 2},       {Echelle, "5000", 6, 2},     {Theme, "OD", 6, 3},
-      {Echelle, "0500", 6, 3},   {Theme, "XX", 6, 3},         {Montrer, "", 6, 3},  // kept
-      {FermerParLaBarre, "", 6, 3}, {Montrer, "", 1, 2},     {Echelle, "1000", 3, 2},
-  };
-  for (const Dialogue genre : {Dialogue::ValPrecFiab, Dialogue::DCVal}) {
-    Fenetre f;
-    f.Ouvrir("s", genre == Dialogue::ValPrecFiab ? 1 : 3);
-    LogiqueOptions& dialogue =
-        genre == Dialogue::ValPrecFiab ? f.logique.DialogueValPrecFiab() : f.logique.DialogueDCVal();
-    EXPECT_FALSE(dialogue.Charge());
-    for (const auto& etape : kEtapes) {
-      if (etape.geste == Montrer) f.EnregistrerSous("c", 1);
-      if (etape.geste == Echelle) dialogue.lstEchelle_Click(etape.texte);
-      if (etape.geste == Theme) dialogue.lstTheme_Click(etape.texte);
-      if (etape.geste == FermerParLaBarre) dialogue.Form_Unload();
-      EXPECT_EQ(dialogue.Charge(), etape.geste != FermerParLaBarre);
-      EXPECT_EQ(dialogue.ClasseEchelle(), etape.classe) << etape.texte;
-      EXPECT_EQ(dialogue.GroupeTheme(), etape.groupe) << etape.texte;
-    }
-    EXPECT_TRUE(f.boites.boites.empty());  // nothing converted
+// Which entry gives which choice, and how long a choice stays, go through
+// each view (window_views_test.cc); here, the texts that no list holds.
+TEST(LogiqueFenetre, TexteHorsDesListesSansEffet) {
+  Fenetre f;
+  LogiqueOptions& dialogue = f.logique.DialogueDCVal();
+  dialogue.Form_Load();
+  for (const char* texte : {"0500", "XX", "", "od", "cs"}) {
+    dialogue.lstEchelle_Click(texte);
+    dialogue.lstTheme_Click(texte);
   }
-}
-
-TEST(LogiqueFenetre, QuitterEtFermerLaFenetreTerminent) {
-  for (const bool parQuitter : {true, false}) {
-    Fenetre f;
-    f.logique.Commander(Commande::APropos);
-    EXPECT_EQ(f.vue.aPropos, 1);
-    if (parQuitter) f.logique.Commander(Commande::Quitter);
-    if (!parQuitter) f.logique.Form_Unload();
-    EXPECT_EQ(f.fin.appels, 1);
-  }
+  EXPECT_TRUE(dialogue.ClasseEchelle() == 1 && dialogue.GroupeTheme() == 2);
 }
 
 TEST(LogiqueFenetre, OuTrouverLOutilInformationsSysteme) {
+  const std::string kMessage = "System Information Is Unavailable At This Time";
   const std::pair<std::string, std::string> kPath{"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO", "PATH"};
   const std::pair<std::string, std::string> kMsinfo{"SOFTWARE\\Microsoft\\Shared Tools Location", "MSINFO"};
   const struct {
@@ -252,11 +208,12 @@ TEST(LogiqueFenetre, OuTrouverLOutilInformationsSysteme) {
     StartSysInfo(s.registre, s.programmes, s.boites, nullptr);
     EXPECT_EQ(s.programmes.demarres, cas.demarres);
     ASSERT_EQ(s.boites.boites.size(), cas.demarres.empty() ? 1u : 0u);
-    if (cas.demarres.empty()) {
-      EXPECT_EQ(s.boites.boites[0].titre, "Quillon");
-      EXPECT_EQ(s.boites.boites[0].texte, "System Information Is Unavailable At This Time");
-    }
+    for (const auto& b : s.boites.boites) EXPECT_EQ(b.titre + ": " + b.texte, "Quillon: " + kMessage);
   }
+  // A registry value's text: one NUL at its end dropped.
+  const std::pair<std::string, std::string> kValeurs[] = {
+      {std::string("C:\\A\0", 5), "C:\\A"}, {"C:\\A", "C:\\A"}, {std::string("a\0\0", 3), std::string("a\0", 2)}};
+  for (const auto& [tampon, texte] : kValeurs) EXPECT_EQ(TexteValeurRegistre(tampon.data(), tampon.size()), texte);
 }
 
 }  // namespace
