@@ -173,18 +173,6 @@ ResultatExe LancerQuillon(const std::vector<std::string>& arguments, const std::
   return ProcessusQuillon(arguments, dossier, options).Attendre();
 }
 
-std::string LireFichier(const std::string& chemin) {
-  std::ifstream f(chemin, std::ios::binary);
-  std::ostringstream s;
-  s << f.rdbuf();
-  return s.str();
-}
-
-void EcrireFichier(const std::string& chemin, const std::string& contenu) {
-  std::ofstream f(chemin, std::ios::binary | std::ios::trunc);
-  f << contenu;
-}
-
 std::vector<std::string> Temporaires(const std::string& dossier) {
   std::vector<std::string> noms;
   std::error_code ec;
@@ -193,22 +181,6 @@ std::vector<std::string> Temporaires(const std::string& dossier) {
     if (nom.find(".quillon-") != std::string::npos && nom.ends_with(".tmp")) noms.push_back(nom);
   }
   return noms;
-}
-
-DossierTemporaire::DossierTemporaire() {
-  std::string modele = (fs::temp_directory_path() / "quillon-test.XXXXXX").string();
-  if (mkdtemp(modele.data()) == nullptr) throw std::runtime_error("mkdtemp");
-  chemin_ = modele;
-  chmod(chemin_.c_str(), 0777);  // a run without privileges writes here too
-}
-
-DossierTemporaire::~DossierTemporaire() {
-  std::error_code ec;
-  fs::permissions(chemin_, fs::perms::all, ec);
-  for (const auto& e : fs::recursive_directory_iterator(chemin_, ec)) {
-    fs::permissions(e.path(), fs::perms::owner_all, ec);
-  }
-  fs::remove_all(chemin_, ec);
 }
 
 }  // namespace quillon::test

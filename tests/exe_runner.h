@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "test_support.h"
+
 namespace quillon::test {
 
 enum class Programme { Quillon, Lot };
@@ -87,25 +89,10 @@ bool AttendreQue(const std::function<bool()>& condition);
 ResultatExe LancerQuillon(const std::vector<std::string>& arguments, const std::string& dossier,
                           const OptionsExe& options = {});
 
-std::string LireFichier(const std::string& chemin);
-void EcrireFichier(const std::string& chemin, const std::string& contenu);
 
 // The temporary files of unfinished writes left in a folder
 // ("*.quillon-XXXXXX.tmp").
 std::vector<std::string> Temporaires(const std::string& dossier);
 
-// A fresh scratch folder, removed with the object.
-class DossierTemporaire {
- public:
-  DossierTemporaire();
-  ~DossierTemporaire();
-  DossierTemporaire(const DossierTemporaire&) = delete;
-  DossierTemporaire& operator=(const DossierTemporaire&) = delete;
-  const std::string& chemin() const { return chemin_; }
-  std::string operator/(const std::string& nom) const { return chemin_ + "/" + nom; }
-
- private:
-  std::string chemin_;
-};
 
 }  // namespace quillon::test

@@ -6,13 +6,12 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <ostream>
 #include <string>
 #include <vector>
 
 #include "harnesses.h"
+#include "test_support.h"
 
 #ifndef QUILLON_FUZZ_REGRESSIONS
 #error "QUILLON_FUZZ_REGRESSIONS must name the folder of the kept inputs"
@@ -37,18 +36,13 @@ std::vector<std::filesystem::path> Entrees(const std::filesystem::path& dossier)
   return entrees;
 }
 
-std::string Octets(const std::filesystem::path& chemin) {
-  std::ifstream f(chemin, std::ios::binary);
-  return {std::istreambuf_iterator<char>(f), std::istreambuf_iterator<char>()};
-}
-
 class RejeuFuzz : public testing::TestWithParam<Cible> {};
 
 TEST_P(RejeuFuzz, ChaqueEntreeGardeePasse) {
   const auto entrees = Entrees(std::filesystem::path(QUILLON_FUZZ_REGRESSIONS) / GetParam().nom);
   if (entrees.empty()) GTEST_SKIP() << "no kept input for " << GetParam().nom;
   for (const auto& chemin : entrees) {
-    const std::string octets = Octets(chemin);
+    const std::string octets = quillon::test::LireFichier(chemin);
     EXPECT_EQ(GetParam().harnais(reinterpret_cast<const uint8_t*>(octets.data()), octets.size()), "")
         << chemin.filename();
   }

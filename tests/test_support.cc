@@ -2,11 +2,44 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <iterator>
+#include <random>
 #include <regex>
 
 #include "io/encoding.h"
 
 namespace quillon::test {
+
+namespace fs = std::filesystem;
+
+std::string LireFichier(const fs::path& chemin) {
+  std::ifstream f(chemin, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(f), std::istreambuf_iterator<char>());
+}
+
+void EcrireFichier(const fs::path& chemin, const std::string& contenu) {
+  std::ofstream(chemin, std::ios::binary | std::ios::trunc) << contenu;
+}
+
+DossierTemporaire::DossierTemporaire() {
+  std::random_device hasard;
+  fs::path chemin;
+  do {
+    chemin = fs::temp_directory_path() / ("quillon-test." + std::to_string(hasard()));
+  } while (!fs::create_directory(chemin));
+  fs::permissions(chemin, fs::perms::all);
+  chemin_ = chemin.string();
+}
+
+DossierTemporaire::~DossierTemporaire() {
+  std::error_code ec;
+  fs::permissions(chemin_, fs::perms::all, ec);
+  for (const auto& e : fs::recursive_directory_iterator(chemin_, ec)) {
+    fs::permissions(e.path(), fs::perms::owner_all, ec);
+  }
+  fs::remove_all(chemin_, ec);
+}
 
 std::vector<std::string> LignesCRLF(const std::string& texte) {
   std::vector<std::string> lignes;

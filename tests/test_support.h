@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,6 +12,24 @@
 #include "io/ansi.h"
 
 namespace quillon::test {
+
+std::string LireFichier(const std::filesystem::path& chemin);
+void EcrireFichier(const std::filesystem::path& chemin, const std::string& contenu);
+
+// A fresh scratch folder, open to every user (a run without privileges
+// writes there too), removed with the object.
+class DossierTemporaire {
+ public:
+  DossierTemporaire();
+  ~DossierTemporaire();
+  DossierTemporaire(const DossierTemporaire&) = delete;
+  DossierTemporaire& operator=(const DossierTemporaire&) = delete;
+  const std::string& chemin() const { return chemin_; }
+  std::string operator/(const std::string& nom) const { return chemin_ + "/" + nom; }
+
+ private:
+  std::string chemin_;
+};
 
 // The lines of a text, each ended by CR LF (a last unended piece is dropped).
 std::vector<std::string> LignesCRLF(const std::string& texte);

@@ -8,13 +8,13 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <random>
 #include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "conversion/run_settings.h"
+#include "test_support.h"
 #include "ui/forms.h"
 #include "ui/registry.h"
 #include "ui/seams.h"
@@ -96,11 +96,10 @@ struct FauxServices {
 
 // A folder of its own that is the current folder while it lives: the paths
 // the fake dialogs give are relative.
-struct DossierCourant {
-  std::filesystem::path avant = std::filesystem::current_path(), chemin = std::filesystem::temp_directory_path() /
-                                ("quillon-fenetres-" + std::to_string(std::random_device()()));
-  DossierCourant() { std::filesystem::create_directories(chemin), std::filesystem::current_path(chemin); }
-  ~DossierCourant() { std::error_code ec; std::filesystem::current_path(avant), std::filesystem::remove_all(chemin, ec); }
+struct DossierCourant : DossierTemporaire {
+  std::filesystem::path avant = std::filesystem::current_path();
+  DossierCourant() { std::filesystem::current_path(chemin()); }
+  ~DossierCourant() { std::filesystem::current_path(avant); }
 };
 
 enum class Touche { Entree, Echap };

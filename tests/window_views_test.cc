@@ -5,8 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "test_support.h"
 #include "window_fakes.h"
@@ -15,11 +13,6 @@ namespace fs = std::filesystem;
 
 namespace quillon::test {
 namespace {
-
-std::string Lire(const fs::path& chemin) {
-  std::ifstream flux(chemin, std::ios::binary);
-  return std::string(std::istreambuf_iterator<char>(flux), std::istreambuf_iterator<char>());
-}
 
 // The states themselves are the logic's: the entries follow them. Quitter
 // and the title bar end the program, whatever dialog is left open.
@@ -101,8 +94,8 @@ TEST(Fenetres, ConversionDCParLeDialogue) {
   ASSERT_EQ(p->boites.boites.size(), 1u);
   EXPECT_EQ(p->boites.boites[0].titre, "Quillon");
   const fs::path attendus = fs::path(QUILLON_WINDOWS_DIR) / "fenetres";
-  EXPECT_EQ(Lire("lot12.ptv"), Lire(attendus / "attendu.ptv"));
-  EXPECT_EQ(MasquerDate(Lire("lot12.pts.log")), Lire(attendus / "attendu.log"));
+  EXPECT_EQ(LireFichier("lot12.ptv"), LireFichier(attendus / "attendu.ptv"));
+  EXPECT_EQ(MasquerDate(LireFichier("lot12.pts.log")), LireFichier(attendus / "attendu.log"));
   EXPECT_EQ(p->fin.appels, 0);
 }
 
