@@ -20,7 +20,7 @@ bilan() {
 convertir() {
   convertir_ici=$1
   mkdir -p "$1" && cp "$2"/lot12.pt? "$1" && shift 2
-  (cd "$convertir_ici" && "$@" >sortie.txt 2>erreur.txt) || true
+  (cd "$convertir_ici" && "$@" </dev/null >sortie.txt 2>erreur.txt) || true
   for convertir_log in "$convertir_ici"/*.log; do
     if [ -f "$convertir_log" ]; then sed -i 2d "$convertir_log"; fi
   done

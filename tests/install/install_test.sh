@@ -13,25 +13,16 @@ cmake=$1 build=$2 projet=$3 fenetres=$4 man=$5
 
 tmp=$(mktemp -d -t quillon-installation.XXXXXX)
 trap 'rm -rf "$tmp"' EXIT
-. "$(dirname "$0")/commun.sh"
+ici=$(cd "$(dirname "$0")" && pwd)
+. "$ici/commun.sh"
 racine=$tmp/racine
 DESTDIR=$racine "$cmake" --install "$build" --prefix /usr >"$tmp/install.txt"
 usr=$racine/usr
 
-# Files: what must be there, in mode 755 in bin and 644 elsewhere, by what
-# the build holds (the windowed program, the manual pages). An icon's file
-# is the size its folder says.
-#   case pattern on the build | paths under /usr
-id=ch.quillon.Quillon doc=share/doc/quillon completions=share/bash-completion/completions
-fichiers="* bin/quillon bin/quillon-lot $completions/quillon $completions/quillon-lot
-* $doc/README.md $doc/copyright $doc/NOTICES.gz $doc/changelog.gz
-* $doc/samples/lot12.ptv $doc/samples/lot12.ptp $doc/samples/lot12.pts
-fen=ON* bin/quillon-fenetres share/applications/$id.desktop share/metainfo/$id.metainfo.xml
-fen=ON* $doc-fenetres/copyright $doc-fenetres/NOTICES.gz $doc-fenetres/changelog.gz
-fen=ON* $(for t in 16 32 48 64 128 256; do printf ' share/icons/hicolor/%sx%s/apps/%s.png' $t $t $id; done)
-*man=ON share/man/man1/quillon.1.gz share/man/man1/quillon-lot.1.gz
-fen=ON,man=ON share/man/man1/quillon-fenetres.1.gz"
-echo "$fichiers" | while read -r quand chemins; do
+# Files (fichiers.txt): what must be there, in mode 755 in bin and 644
+# elsewhere, by what the build holds (the windowed program, the manual
+# pages). An icon's file is the size its folder says.
+while read -r quand chemins; do
   # shellcheck disable=SC2254 # the first column is a pattern
   case fen=$fenetres,man=$man in $quand) ;; *) continue ;; esac
   for chemin in $chemins; do
@@ -46,26 +37,21 @@ echo "$fichiers" | while read -r quand chemins; do
       [ "$taille" = "$dossier" ] || echec "l'icône $dossier fait $taille" ;;
     esac
   done
-done
+done <"$ici/fichiers.txt"
 
-# Conversions: the same command in two folders, with the build tree's
-# programs on the project's samples and with the installed programs on the
-# installed samples. Targets, standard output and standard error must be
+# Conversions (conversions.txt): the same command in two folders, with
+# the build tree's programs on the project's samples and with the
+# installed programs on the installed samples. Targets, standard output and standard error must be
 # the same bytes; logs too, their date line aside.
-#   name | program | arguments | files written
-cas="ptv-ptp|quillon|lot12.ptv lot12.ptp 500 CS|lot12.ptp lot12.ptv.log
-ptp-ptv|quillon|lot12.ptp lot12.ptv|lot12.ptv lot12.ptp.log
-ptp-ptm|quillon|lot12.ptp lot12.ptm|lot12.ptm lot12.ptp.log
-lot-pts|quillon-lot|-t OD lot12.pts|lot12.ptv lot12.pts.log
-lot-json|quillon-lot|-p ptm -e 1000 -t CS --json=- lot12.ptp lot12.pts|lot12.ptm lot12.ptp.log lot12.ptv lot12.pts.log"
-echo "$cas" | while IFS='|' read -r nom programme arguments fichiers; do
+while IFS='|' read -r nom programme arguments fichiers; do
+  case $nom in '#'*) continue ;; esac
   # shellcheck disable=SC2086 # the arguments are words
   convertir "$tmp/$nom/construit" "$projet/samples" env LC_ALL=C "$build/$programme" $arguments
   # shellcheck disable=SC2086
   convertir "$tmp/$nom/installe" "$usr/share/doc/quillon/samples" env LC_ALL=C "$usr/bin/$programme" $arguments
   # shellcheck disable=SC2086
   memes "$nom, programme installé" "$tmp/$nom/construit" "$tmp/$nom/installe" sortie.txt erreur.txt $fichiers
-done
+done <"$ici/conversions.txt"
 
 # Without arguments, the installed quillon starts the installed windowed
 # program, as the build tree's starts its own.
@@ -74,25 +60,11 @@ if [ "$fenetres" = ON ]; then
   lance_fenetres "$usr/bin/quillon"
 fi
 
-# Bash completion: what the installed scripts offer.
-#   command line up to the cursor | expected offers, sorted
-completion="quillon-lot --ech|--echelle=
-quillon-lot --echelle=5|500 5000
-quillon-lot -e 2|2000 250
-quillon-lot --ptp-en=|ptm ptv
-quillon-lot -t |CS OD
-quillon-lot --theme=O|OD
-quillon-lot --ver|--verifier --version
-quillon-lot -o d|dossier/
-quillon-lot -r --j|--json=
-quillon-lot a|a.PTS a.ptv
-quillon-lot -- -|-x.ptp
-quillon-lot -j |
-quillon lot12.ptv lot12.ptp |1000 2000 250 4000 500 5000
-quillon lot12.ptv lot12.ptp 500 |CS OD"
+# Bash completion (completions.txt): what the installed scripts offer.
 mkdir -p "$tmp/completion/dossier"
 touch "$tmp/completion/a.ptv" "$tmp/completion/a.PTS" "$tmp/completion/a.txt" "$tmp/completion/-x.ptp"
-echo "$completion" | while IFS='|' read -r ligne attendu; do
+while IFS='|' read -r ligne attendu; do
+  case $ligne in '#'*) continue ;; esac
   offert=$(cd "$tmp/completion" && bash -c '
     for f in "$1"/share/bash-completion/completions/quillon*; do . "$f"; done
     read -ra COMP_WORDS <<<"${2//=/ = }"
@@ -108,6 +80,6 @@ echo "$completion" | while IFS='|' read -r ligne attendu; do
       printf "%s\n" "$o"
     done | LC_ALL=C sort | tr "\n" " "' sh "$usr" "$ligne" | sed 's/ $//')
   [ "$offert" = "$attendu" ] || echec "complétion de « $ligne »: « $offert » au lieu de « $attendu »"
-done
+done <"$ici/completions.txt"
 
-bilan installation "$(wc -l <"$tmp/fichiers") fichiers vérifiés, $(echo "$cas" | wc -l) conversions identiques, $(echo "$completion" | wc -l) complétions"
+bilan installation "$(wc -l <"$tmp/fichiers") fichiers vérifiés, $(grep -vc '^#' "$ici/conversions.txt") conversions identiques, $(grep -vc '^#' "$ici/completions.txt") complétions"
