@@ -1,8 +1,11 @@
 #include "conversion/conversions.h"
 
+#include <cmath>
+#include <limits>
 #include <string>
 #include <string_view>
 
+#include "conversion/observer.h"
 #include "formats/ptm_format.h"
 #include "formats/ptp_format.h"
 #include "formats/ptv_format.h"
@@ -113,9 +116,37 @@ bool Executer(ReglagesExecution& reglages, std::string_view titre, Etape etape) 
   Point point;
   LigneCible cible;
   std::string_view ligne;
-  while (run.LigneSuivante(ligne)) {
-    if (etape(ligne, point, cible, reglages.journal)) run.EcrireCible(cible.Texte());
+  ObservateurExecution* observateur = reglages.observateur;
+  if (observateur == nullptr) {
+    while (run.LigneSuivante(ligne)) {
+      if (etape(ligne, point, cible, reglages.journal)) run.EcrireCible(cible.Texte());
+    }
+    return run.Terminer();
   }
+  // Watched: Y and X start each line unread, so that a line whose
+  // coordinates cannot be read shows it; a line that the reader rejects
+  // never reaches the writer, which alone would see them.
+  Journal& journal = reglages.journal;
+  journal.Ecouter(observateur);
+  observateur->Debut();
+  constexpr double kNonLue = std::numeric_limits<double>::quiet_NaN();
+  while (run.LigneSuivante(ligne)) {
+    const int64_t erreurs = journal.NbErreursLecture + journal.NbErreursEcriture;
+    const int64_t ignorees = journal.NbLignesIgnorees;
+    point.CoordY = point.CoordX = kNonLue;
+    const bool ecrite = etape(ligne, point, cible, journal);
+    if (ecrite) run.EcrireCible(cible.Texte());
+    LigneObservee vue;
+    vue.numero = journal.NumeroLigne();
+    vue.texte = ligne;
+    vue.point = &point;
+    vue.issue = journal.NbErreursLecture + journal.NbErreursEcriture != erreurs ? IssueLigne::Rejetee
+                : ecrite || journal.NbLignesIgnorees == ignorees            ? IssueLigne::Convertie
+                                                                            : IssueLigne::Ignoree;
+    vue.coordonnees = !std::isnan(point.CoordY) && !std::isnan(point.CoordX);
+    observateur->Ligne(vue);
+  }
+  journal.Ecouter(nullptr);
   return run.Terminer();
 }
 

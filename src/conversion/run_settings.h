@@ -13,6 +13,10 @@
 #include "io/text_file.h"
 
 namespace quillon {
+class ObservateurExecution;
+}
+
+namespace quillon {
 
 struct ReglagesExecution {
   FichierTexte FichierSource;
@@ -28,6 +32,10 @@ struct ReglagesExecution {
   // sets Interrompu.
   const std::atomic<bool>* arret = nullptr;
   bool Interrompu = false;
+
+  // When set, the run hands it every line and every rejected field (the
+  // check report). Null: the run costs nothing more.
+  ObservateurExecution* observateur = nullptr;
 
   // Source path, and the log path beside it (source path + ".log").
   void DefinirSource(const std::string& chemin);

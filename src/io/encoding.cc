@@ -145,4 +145,40 @@ std::string Utf16VersUtf8(std::u16string_view texte) {
   return sortie;
 }
 
+bool EstUtf8(std::string_view texte) {
+  std::size_t i = 0;
+  while (i < texte.size()) {
+    const auto c = static_cast<unsigned char>(texte[i]);
+    std::size_t suite;
+    char32_t point;
+    if (c < 0x80) {
+      ++i;
+      continue;
+    } else if (c >= 0xC2 && c <= 0xDF) {
+      suite = 1, point = c & 0x1F;
+    } else if (c >= 0xE0 && c <= 0xEF) {
+      suite = 2, point = c & 0x0F;
+    } else if (c >= 0xF0 && c <= 0xF4) {
+      suite = 3, point = c & 0x07;
+    } else {
+      return false;
+    }
+    if (i + suite >= texte.size()) return false;
+    for (std::size_t k = 1; k <= suite; ++k) {
+      const auto s = static_cast<unsigned char>(texte[i + k]);
+      if ((s & 0xC0) != 0x80) return false;
+      point = (point << 6) | (s & 0x3F);
+    }
+    if ((suite == 2 && (point < 0x800 || (point >= 0xD800 && point <= 0xDFFF))) ||
+        (suite == 3 && (point < 0x10000 || point > 0x10FFFF))) {
+      return false;
+    }
+    i += suite + 1;
+  }
+  return true;
+}
+
+
+std::string NomEnUtf8(std::string_view nom) { return EstUtf8(nom) ? std::string(nom) : Cp1252VersUtf8(nom); }
+
 }  // namespace quillon

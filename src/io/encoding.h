@@ -10,6 +10,12 @@ namespace quillon {
 
 std::string Cp1252VersUtf8(std::string_view texte);
 
+// Strict UTF-8: no overlong form, no surrogate, nothing past U+10FFFF.
+bool EstUtf8(std::string_view texte);
+// A name as the reports write it: as it is when UTF-8, else read as
+// Windows-1252.
+std::string NomEnUtf8(std::string_view nom);
+
 // Valid UTF-8 becomes Windows-1252, each character that the code page lacks
 // becoming "?". A text that is not valid UTF-8 is returned unchanged: it is
 // taken to be single-byte already.

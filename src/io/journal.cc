@@ -49,7 +49,10 @@ void Journal::EcrireLog(bool Lecture, bool AvecLigne, bool AvecPrefixe, bool Com
   for (std::string_view morceau : Message) flux.Write(morceau);
   flux.EndLine();
   if (flux.EnErreur()) echec_ = ErreurFatale{FichierLog.Nom, RaisonFatale::Ecriture};
-  if (CompterErreur) ++(Lecture ? NbErreursLecture : NbErreursEcriture);
+  if (CompterErreur) {
+    ++(Lecture ? NbErreursLecture : NbErreursEcriture);
+    if (ecouteur_ != nullptr) ecouteur_->ChampRejete(Lecture, Message);
+  }
 }
 
 bool Journal::FermerLog() {

@@ -15,6 +15,15 @@
 
 namespace quillon {
 
+// Who hears of each rejected field as it is logged (a run's report): the
+// message in the pieces the log writes, after "LECTURE: ligne N: " or
+// "ECRITURE: ligne N: ".
+class EcouteurJournal {
+ public:
+  virtual ~EcouteurJournal() = default;
+  virtual void ChampRejete(bool lecture, std::initializer_list<std::string_view> message) = 0;
+};
+
 class Journal {
  public:
   FichierTexte FichierLog;  // Nom: the source path followed by ".log"
@@ -34,6 +43,8 @@ class Journal {
   void UtiliserSysteme(SystemeFichiers& systeme) { systeme_ = &systeme; }
 
   void CompterLigneIgnoree() { ++NbLignesIgnorees; }
+  // The listener of rejected fields, or null.
+  void Ecouter(EcouteurJournal* ecouteur) { ecouteur_ = ecouteur; }
 
   // What the readers, the writers and the runs write, each a named call over
   // EcrireLog:
@@ -84,6 +95,7 @@ class Journal {
   const FluxTexte* source_ = nullptr;
   const FluxTexte* cible_ = nullptr;
   const int64_t* compteur_ = nullptr;
+  EcouteurJournal* ecouteur_ = nullptr;
   std::optional<ErreurFatale> echec_;
 };
 

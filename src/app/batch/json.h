@@ -15,7 +15,4 @@ namespace quillon::lot {
 std::string RapportJson(const std::vector<FichierLot>& fichiers, const std::vector<ResultatFichier>& resultats,
                         bool verification, int codeSortie);
 
-// A file name as the report writes it.
-std::string NomEnUtf8(const std::string& nom);
-
 }  // namespace quillon::lot

@@ -8,7 +8,7 @@
 namespace quillon::lot {
 namespace {
 
-enum class Cle { Recursif, PtpEn, Echelle, Theme, Sortie, Cible, Verifier, Fils, Json, Aide, Version };
+enum class Cle { Recursif, PtpEn, Echelle, Theme, Sortie, Cible, Verifier, Fils, Json, Rapport, Tolerance, Aide, Version };
 
 struct Option {
   const char* longue;
@@ -22,7 +22,8 @@ constexpr Option kOptions[] = {
     {"echelle", 'e', true, Cle::Echelle},    {"theme", 't', true, Cle::Theme},
     {"sortie", 'o', true, Cle::Sortie},      {"cible", 'c', true, Cle::Cible},
     {"verifier", 'n', false, Cle::Verifier}, {"fils", 'j', true, Cle::Fils},
-    {"json", 0, true, Cle::Json},            {"aide", 'h', false, Cle::Aide},
+    {"json", 0, true, Cle::Json},            {"rapport", 0, true, Cle::Rapport},
+    {"tolerance", 0, true, Cle::Tolerance},  {"aide", 'h', false, Cle::Aide},
     {"help", 0, false, Cle::Aide},           {"version", 'V', false, Cle::Version},
 };
 
@@ -77,6 +78,19 @@ std::string Appliquer(const Option& o, const std::string& valeur, OptionsLot& r)
       if (valeur.empty()) return nom + " attend un fichier, ou - pour la sortie standard";
       r.rapportJson = valeur;
       break;
+    case Cle::Rapport:
+      if (valeur.empty()) return nom + " attend un dossier";
+      r.dossierRapport = valeur;
+      break;
+    case Cle::Tolerance: {
+      double metres = -1;
+      const auto [fin, err] = std::from_chars(valeur.data(), valeur.data() + valeur.size(), metres);
+      if (err != std::errc() || fin != valeur.data() + valeur.size() || !(metres >= 0 && metres <= 1000)) {
+        return nom + " attend une distance en mètres de 0 à 1000, pas « " + valeur + " »";
+      }
+      r.tolerance = metres;
+      break;
+    }
     case Cle::Fils: {
       unsigned n = 0;
       const auto [fin, err] = std::from_chars(valeur.data(), valeur.data() + valeur.size(), n);
@@ -181,6 +195,10 @@ Options :
                           par cœur)
       --json=FICHIER      rapport JSON dans FICHIER ; "-" : sur la sortie
                           standard, au lieu du rapport en texte
+      --rapport=DOSSIER   un rapport de contrôle HTML par fichier dans
+                          DOSSIER, et DOSSIER/index.html
+      --tolerance=METRES  distance sous laquelle deux points différents
+                          sont signalés comme proches (0.01 par défaut)
   -h, --aide, --help      ce texte
   -V, --version           la version
 

@@ -26,6 +26,8 @@ struct OptionsLot {
   bool verification = false;  // readers and writers, log and counts, no target
   unsigned fils = 0;          // 0: as many as the machine has cores
   std::optional<std::string> rapportJson;  // "-": on standard output
+  std::string dossierRapport;  // empty: no check report
+  double tolerance = 0.01;     // metres: closer points of different identity are reported
   bool aide = false;
   bool version = false;
 };

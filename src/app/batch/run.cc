@@ -4,7 +4,9 @@
 
 #include "app/batch/platform.h"
 #include "conversion/conversions.h"
+#include "io/locale.h"
 #include "model/point.h"
+#include "report/html.h"
 
 namespace quillon::lot {
 namespace {
@@ -46,6 +48,19 @@ class SystemeVerification : public SystemeFichiers {
   std::string cible_;
 };
 
+// The words of the options that the conversion took.
+std::string TexteOptions(const OptionsLot& options, Conversion conversion, int32_t groupe) {
+  std::string texte;
+  if (conversion == Conversion::ValEnPrecFiab && options.classeEchelle != 0) {
+    texte += "échelle " + std::string(kMotsEchelle[options.classeEchelle - 1]);
+  }
+  if ((conversion == Conversion::ValEnPrecFiab || conversion == Conversion::DCEnVal) && groupe != 0) {
+    texte += (texte.empty() ? "" : ", ") + std::string("thème ") + std::string(kMotsTheme[groupe - kGroupeCS]);
+  }
+  if (options.verification) texte += texte.empty() ? "vérification seule" : ", vérification seule";
+  return texte;
+}
+
 // The folder of a file to write under the output folder.
 void CreerDossierDe(const std::string& chemin) {
   std::error_code ec;
@@ -53,6 +68,16 @@ void CreerDossierDe(const std::string& chemin) {
 }
 
 }  // namespace
+
+bool EcrireFichierEntier(const std::string& chemin, std::string_view octets) {
+  const std::unique_ptr<SupportFichier> fichier = SystemeFichiersReel().CreerEcriture(chemin, {});
+  if (fichier == nullptr) return false;
+  if (!fichier->Ecrire(octets.data(), octets.size())) {
+    fichier->Abandonner();
+    return false;
+  }
+  return fichier->Fermer();
+}
 
 const char* MotIssue(Issue issue) {
   switch (issue) {
@@ -91,6 +116,9 @@ ResultatFichier ConvertirFichier(const FichierLot& fichier, const OptionsLot& op
   // Without a theme group the DC run takes CS, as its dialog starts.
   const int32_t groupe =
       fichier.conversion == Conversion::DCEnVal && options.groupeTheme == 0 ? kGroupeCS : options.groupeTheme;
+  const bool controler = !options.dossierRapport.empty() || options.rapportJson.has_value();
+  Collecte collecte;
+  if (controler) reglages.observateur = &collecte;
   const bool complete = Convertir(reglages, fichier.conversion, {options.classeEchelle, groupe});
 
   const Journal& journal = reglages.journal;
@@ -105,6 +133,26 @@ ResultatFichier ConvertirFichier(const FichierLot& fichier, const OptionsLot& op
   } else {
     r.issue = Issue::Echec;
     r.echec = Echec{Echec::Raison::Run, affichage.Erreur(), {}};
+  }
+  if (controler && r.issue != Issue::Interrompu) {
+    auto controles = std::make_shared<const Controles>(Controler(collecte, options.tolerance));
+    if (complete) r.controles = controles;
+    if (!fichier.rapport.empty()) {
+      EnteteRapport entete;
+      entete.programme = "quillon-lot";
+      entete.date = DateHeureJournal();
+      entete.source = fichier.source;
+      entete.cible = options.verification ? std::string() : fichier.cible;
+      entete.journal = fichier.log;
+      entete.conversion = NomConversion(fichier.conversion);
+      entete.options = TexteOptions(options, fichier.conversion, groupe);
+      entete.bilan = journal.Bilan();
+      entete.verdict = !complete ? Verdict::Echec : r.issue == Issue::Rejets ? Verdict::Rejets : Verdict::SansRejet;
+      entete.lignesRejetees = controles->nombres[static_cast<std::size_t>(IssueLigne::Rejetee)];
+      if (r.echec) entete.message = TexteEchec(*r.echec);
+      CreerDossierDe(fichier.rapport);
+      r.rapportEcrit = EcrireFichierEntier(fichier.rapport, RapportHtml(entete, collecte, *controles));
+    }
   }
   return r;
 }

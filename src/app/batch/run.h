@@ -3,11 +3,13 @@
 
 #include <atomic>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 
 #include "app/batch/options.h"
 #include "app/batch/sources.h"
+#include "report/controles.h"
 
 namespace quillon::lot {
 
@@ -29,11 +31,20 @@ struct ResultatFichier {
   int64_t erreursLecture = 0;
   int64_t erreursEcriture = 0;
   std::optional<Echec> echec;  // why it failed
+  // With --rapport or --json, for a completed run.
+  std::shared_ptr<const Controles> controles;
+  bool rapportEcrit = false;  // its check report, with --rapport
 };
+
+// Writes a whole file, replacing it only once written, as the targets are:
+// a batch ended while it writes leaves the previous file as it was.
+bool EcrireFichierEntier(const std::string& chemin, std::string_view octets);
 
 // Converts one file as the console would, with the batch's options; in
 // check mode the target is never written. Looks at `arret` before each
-// line. Shares nothing with the runs of other threads.
+// line. Shares nothing with the runs of other threads. With --rapport or
+// --json it runs the checks too, and with --rapport writes the file's
+// check report.
 ResultatFichier ConvertirFichier(const FichierLot& fichier, const OptionsLot& options,
                                  const std::atomic<bool>* arret);
 

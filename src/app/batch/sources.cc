@@ -160,6 +160,9 @@ ListeLot ListerFichiers(const OptionsLot& options) {
         f.cible = texte.substr(0, texte.size() - 3) + ext;
         f.log = texte + ".log";
       }
+      if (!options.dossierRapport.empty()) {
+        f.rapport = TexteChemin(CheminNatif(options.dossierRapport) / t.relatif) + ".html";
+      }
       liste.fichiers.push_back(f);
     }
   }

@@ -15,6 +15,8 @@
 #include "io/encoding.h"
 #include "io/file_system.h"
 #include "io/interruptions.h"
+#include "io/locale.h"
+#include "report/html.h"
 #include "model/value_tables.h"
 #include "version.h"
 
@@ -63,15 +65,32 @@ bool EcrireRapportJson(const std::string& chemin, const std::string& texte) {
     EcrireSortieBrute(texte);  // UTF-8 already
     return true;
   }
-  // Replaced whole, as the targets are: a batch ended while it writes the
-  // report leaves the previous one as it was.
-  const std::unique_ptr<SupportFichier> fichier = SystemeFichiersReel().CreerEcriture(chemin, {});
-  if (fichier == nullptr) return false;
-  if (!fichier->Ecrire(texte.data(), texte.size())) {
-    fichier->Abandonner();
-    return false;
+  return EcrireFichierEntier(chemin, texte);
+}
+
+// DOSSIER/index.html: every file, its counts and checks, a link to its
+// report.
+bool EcrireIndex(const OptionsLot& options, const std::vector<FichierLot>& fichiers,
+                 const std::vector<ResultatFichier>& resultats) {
+  const std::filesystem::path dossier = CheminNatif(options.dossierRapport);
+  std::vector<LigneIndex> lignes;
+  for (std::size_t i = 0; i < fichiers.size() && i < resultats.size(); ++i) {
+    const ResultatFichier& r = resultats[i];
+    LigneIndex l;
+    l.source = fichiers[i].source;
+    if (r.rapportEcrit) {
+      l.lien = TexteChemin(CheminNatif(fichiers[i].rapport).lexically_relative(dossier));
+      std::replace(l.lien.begin(), l.lien.end(), '\\', '/');
+    }
+    l.issue = MotIssue(r.issue);
+    l.comptes = {r.lues, r.ignorees, r.erreursLecture, r.erreursEcriture};
+    l.controles = r.controles.get();
+    lignes.push_back(std::move(l));
   }
-  return fichier->Fermer();
+  std::error_code ec;
+  std::filesystem::create_directories(dossier, ec);
+  return EcrireFichierEntier(TexteChemin(dossier / "index.html"),
+                             IndexHtml("quillon-lot", DateHeureJournal(), lignes));
 }
 
 int Principal(int argc, char** argv) {
@@ -118,6 +137,17 @@ int Principal(int argc, char** argv) {
                                                                    options.verification, code))) {
     EcrireErreur(Utf8VersCp1252("quillon-lot : le rapport " + *options.rapportJson +
                                 " ne peut pas être écrit\n"));
+    if (code < kSortieEchec) code = kSortieEchec;
+  }
+  bool rapportsEcrits = true;
+  for (std::size_t i = 0; i < resultats.size(); ++i) {
+    const Issue issue = resultats[i].issue;
+    const bool tente = issue != Issue::Interrompu && issue != Issue::NonTraite && !liste.fichiers[i].empechement;
+    if (tente && !liste.fichiers[i].rapport.empty() && !resultats[i].rapportEcrit) rapportsEcrits = false;
+  }
+  if (!options.dossierRapport.empty() && (!EcrireIndex(options, liste.fichiers, resultats) || !rapportsEcrits)) {
+    EcrireErreur(Utf8VersCp1252("quillon-lot : les rapports de " + options.dossierRapport +
+                                " ne peuvent pas être écrits\n"));
     if (code < kSortieEchec) code = kSortieEchec;
   }
   return code;

@@ -1,0 +1,89 @@
+// What a watched run keeps of each line for the check report: a compact
+// record per line (about 40 bytes), the messages of its rejected fields
+// (their fixed parts kept once), and the source lines that were rejected.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "conversion/observer.h"
+
+namespace quillon {
+
+struct LigneCollectee {
+  double y = 0, x = 0, altitude = 0;  // altitude 0: none
+  uint32_t debutNumero = 0;           // the point number in the texts' pool
+  uint32_t premierMessage = 0;        // its first message in Messages()
+  int16_t commune = 0, plan = 0;
+  uint8_t theme = 0, nature = 0;
+  uint8_t longueurNumero = 0;
+  uint8_t drapeaux = 0;  // kCoordonnees, kIdentite, and the outcome in bits 2-3
+
+  static constexpr uint8_t kCoordonnees = 1;  // Y and X read
+  static constexpr uint8_t kIdentite = 2;     // theme, commune, plan and number read
+
+  bool Coordonnees() const { return (drapeaux & kCoordonnees) != 0; }
+  bool Identite() const { return (drapeaux & kIdentite) != 0; }
+  IssueLigne Issue() const { return static_cast<IssueLigne>(drapeaux >> 2); }
+};
+
+// A rejected field: "ECRITURE"/"LECTURE", its head (the field) and the
+// message's end, both kept once, and the text of the field between them.
+struct MessageCollecte {
+  uint16_t tete = 0, fin = 0;
+  uint16_t longueurTexte = 0;
+  bool lecture = true;
+  uint32_t debutTexte = 0;
+};
+
+class Collecte : public ObservateurExecution {
+ public:
+  void Debut() override;
+  void ChampRejete(bool lecture, std::initializer_list<std::string_view> message) override;
+  void Ligne(const LigneObservee& ligne) override;
+
+  // Line i is line number i + 1 of the source.
+  const std::vector<LigneCollectee>& Lignes() const { return lignes_; }
+  std::string_view NumeroPoint(const LigneCollectee& l) const { return Texte(l.debutNumero, l.longueurNumero); }
+
+  // The messages of line i: Messages()[Lignes()[i].premierMessage ... the
+  // next line's first message).
+  std::size_t FinMessages(std::size_t i) const;
+  const std::vector<MessageCollecte>& Messages() const { return messages_; }
+  // The message's pieces as the log writes them after "ligne N: ".
+  std::string TexteMessage(const MessageCollecte& m) const;
+  // The field a message is about: the head without its ": '", or the
+  // writer's whole message. Windows-1252.
+  std::string_view Champ(const MessageCollecte& m) const;
+
+  // The rejected source lines kept (each at most kLongueurSource bytes),
+  // by line index, in order.
+  struct Source {
+    uint32_t ligne, debut, longueur;
+  };
+  const std::vector<Source>& Sources() const { return sources_; }
+  std::string_view TexteSource(const Source& s) const { return Texte(s.debut, s.longueur); }
+
+  static constexpr std::size_t kLongueurSource = 400;
+  static constexpr std::size_t kTailleSources = 32u << 20;  // the rejected lines' texts at most
+
+ private:
+  std::string_view Texte(uint32_t debut, std::size_t longueur) const { return {textes_.data() + debut, longueur}; }
+  uint32_t Garder(std::string_view texte);
+  uint16_t Interner(std::string_view texte);
+
+  std::vector<LigneCollectee> lignes_;
+  std::vector<MessageCollecte> messages_;
+  std::vector<Source> sources_;
+  std::string textes_;  // point numbers, fields' texts, source lines
+  std::size_t tailleSources_ = 0;
+  std::size_t messagesVus_ = 0;
+  std::vector<std::string> fixes_;  // heads and ends of messages, each once
+  std::unordered_map<std::string, uint16_t> indexFixes_;
+  bool identiteRejetee_ = false;
+};
+
+}  // namespace quillon

@@ -1,0 +1,69 @@
+// The checks that span lines, over what a watched run collected: points
+// numbered twice, different points on the same spot, points far from the
+// rest, lines that cannot be drawn, and the counts per theme and per field.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "report/collecte.h"
+
+namespace quillon {
+
+inline constexpr double kToleranceDefaut = 0.01;  // metres
+
+// Line indices below; line index i is line number i + 1.
+struct Doublon {
+  uint32_t debut = 0, nombre = 0;  // its lines: MembresDoublons()[debut, debut + nombre)
+  double dy = 0, dx = 0;           // largest difference between its lines
+  std::optional<double> dh;        // the same over the lines with an altitude, when two have one
+};
+
+struct PointsProches {
+  uint32_t a = 0, b = 0;  // a < b
+  double distance = 0;
+};
+
+struct Etendue {
+  double yMin = 0, yMax = 0, xMin = 0, xMax = 0;
+  std::optional<double> altitudeMin, altitudeMax;
+};
+
+struct ParTheme {
+  int theme = -1;  // -1: theme unreadable
+  std::array<int64_t, 3> nombres{};  // by IssueLigne: converted, skipped, rejected
+};
+
+struct ParChamp {
+  std::string champ;  // Windows-1252, as in the log
+  int64_t lignes = 0;
+  std::vector<uint32_t> premieres;  // the first kPremieresLignes line indices
+};
+
+struct Controles {
+  double tolerance = kToleranceDefaut;
+  std::vector<Doublon> doublons;
+  std::vector<uint32_t> membresDoublons;
+  std::vector<PointsProches> proches;  // at most kProchesMax, by first line
+  bool prochesTronques = false;
+  std::vector<uint32_t> eloignes;
+  std::vector<uint32_t> sansCoordonnees;
+  std::optional<Etendue> etendue;      // of the converted points
+  std::optional<Etendue> etendueDessin;  // of every line with coordinates
+  std::vector<ParTheme> parTheme;      // by theme
+  std::vector<ParChamp> parChamp;      // by first appearance
+  std::array<int64_t, 3> nombres{};    // lines by outcome
+};
+
+inline constexpr std::size_t kProchesMax = 1'000'000;
+inline constexpr std::size_t kPremieresLignes = 10;
+
+Controles Controler(const Collecte& collecte, double tolerance);
+
+// Rounded to a tenth of a millimetre, as the reports give distances.
+double Arrondi(double metres);
+
+}  // namespace quillon

@@ -1,0 +1,53 @@
+// The check report: one self-contained HTML file per converted file, and the
+// index of a batch's reports. Nothing in them loads anything: the style and
+// the drawing script are inline, and a Content-Security-Policy forbids the
+// rest. Every text from a file is escaped.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "report/collecte.h"
+#include "report/controles.h"
+
+namespace quillon {
+
+enum class Verdict { SansRejet, Rejets, Echec };
+
+struct EnteteRapport {
+  std::string programme;  // "quillon-lot"
+  std::string date;       // Windows-1252, as the log's
+  std::string source, cible, journal;  // as the file services take them
+  std::string conversion;              // "ptv-ptp"...
+  std::string options;                 // UTF-8
+  std::array<std::string, 4> bilan;    // the summary's lines, Windows-1252
+  Verdict verdict = Verdict::SansRejet;
+  int64_t lignesRejetees = 0;
+  std::string message;  // why it failed, Windows-1252
+};
+
+// Up to kPointsTous points with coordinates every point is drawn; above,
+// a density picture and, exactly, at most kParSorte points of each kind
+// (rejected, duplicate, close, far). Tables keep at most kParSorte rows.
+inline constexpr std::size_t kPointsTous = 100'000;
+inline constexpr std::size_t kParSorte = 10'000;
+
+std::string RapportHtml(const EnteteRapport& entete, const Collecte& collecte, const Controles& controles);
+
+struct LigneIndex {
+  std::string source;  // as the file services take it
+  std::string lien;    // the report's path relative to the index, '/' separated; empty: none
+  std::string issue;   // "converti", "rejets"...
+  std::array<int64_t, 4> comptes{};
+  const Controles* controles = nullptr;
+};
+
+std::string IndexHtml(const std::string& programme, const std::string& date, const std::vector<LigneIndex>& lignes);
+
+// Text as HTML: & < > " ' escaped; UTF-8 in, control characters as U+FFFD.
+std::string EchapperHtml(std::string_view utf8);
+
+}  // namespace quillon

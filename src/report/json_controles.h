@@ -1,0 +1,13 @@
+// The checks as the JSON report gives them, per file: "controles".
+#pragma once
+
+#include <nlohmann/json.hpp>
+
+#include "report/controles.h"
+
+namespace quillon {
+
+// Line numbers, not indices; texts in UTF-8.
+nlohmann::ordered_json JsonControles(const Controles& controles);
+
+}  // namespace quillon
