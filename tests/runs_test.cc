@@ -286,6 +286,30 @@ TEST(Lot, RapportDansLOrdreDesSources) {
   EXPECT_EQ(sortie.substr(0, attendu.size()), attendu);
 }
 
+// A scan goes past the folders it cannot read (without permission, or
+// without the right to look at its entries), each a failed line in its
+// place.
+TEST(Lot, DossiersIlisiblesDansUnParcours) {
+  if (SousWindows()) GTEST_SKIP() << "no permission bits under wine";
+  DossierTemporaire d;
+  for (const std::string nom : {"d/sous", "d/ferme", "d/sans-x"}) fs::create_directories(d / nom);
+  for (const std::string nom : {"d/a.ptv", "d/b.ptv", "d/sous/s.ptv", "d/ferme/f.ptv", "d/sans-x/x.ptv"}) {
+    EcrireFichier(d / nom, kLignePtv);
+  }
+  for (const auto& [nom, mode] : {std::pair{"d", 0777}, {"d/sous", 0777}, {"d/ferme", 0}, {"d/sans-x", 0444}}) {
+    chmod((d / nom).c_str(), mode);
+  }
+  OptionsExe options(Programme::Lot);
+  options.sansPrivileges = true;
+  const ResultatExe r = LancerQuillon({"-r", "-n", "-e", "1000", "-t", "CS", "d"}, d.chemin(), options);
+  const std::string converti = "\t1\t0\t0\t0\tconverti\n", illisible = "\t\t0\t0\t0\t0\techec\tLe dossier ";
+  EXPECT_EQ(r.sortie.substr(0, r.sortie.find("Total")),
+            "d/a.ptv\td/a.ptp" + converti + "d/b.ptv\td/b.ptp" + converti + "d/ferme" + illisible +
+                "d/ferme ne peut pas \xEAtre parcouru\nd/sans-x" + illisible + "d/sans-x ne peut pas \xEAtre parcouru\n"
+                "d/sous/s.ptv\td/sous/s.ptp" + converti);
+  EXPECT_EQ(r.codeSortie, 2);
+}
+
 // True when nothing is left in the pipe and every thread of the batch
 // sleeps: its reader waits in a read.
 bool LectureEnAttente(pid_t pid, int tuyau) {
