@@ -54,8 +54,8 @@ TEST(LotEngine, OptionsLues) {
 }
 
 // A folder gives its point files by their real extension, sorted, with
-// their subfolders only when asked; conflicts are found before anything
-// runs.
+// their subfolders only when asked; a file reached twice is listed once;
+// conflicts are found before anything runs.
 TEST(LotEngine, FichiersListesEtConflits) {
   DossierTemporaire d;
   fs::create_directories(d / "d/sous");
@@ -78,7 +78,6 @@ TEST(LotEngine, FichiersListesEtConflits) {
   // a.ptv's target is a.ptp, another source of the batch: left out.
   EXPECT_EQ(lister({"-p", "ptm", "d"}),
             (V{"d/a.ptp d/a.ptm ptp-ptm", "d/a.ptv d/a.ptp ptv-ptp X", "d/b.PTV d/b.PTP ptv-ptp", "d/c.Pts d/c.ptv pts-ptv"}));
-  // Reached twice: listed once.
   EXPECT_EQ(lister({"-r", "-p", "ptv", "d/sous", "d/sous/e.ptv", "d/sous/../sous/e.ptv"}),
             (V{"d/sous/e.ptv d/sous/e.ptp ptv-ptp"}));
   EXPECT_EQ(lister({"-r", "-o", "o", "-p", "ptv", "d/sous", "d/b.PTV"}),

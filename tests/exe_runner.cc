@@ -27,11 +27,9 @@ namespace {
 std::string ProgrammeSansPrivileges(const fs::path& programme) {
   static const DossierTemporaire dossier;
   const std::string chemin = dossier / programme.filename();
-  if (!fs::exists(chemin)) {
-    fs::copy_file(programme, chemin);
-    chmod(dossier.chemin().c_str(), 0755);
-    chmod(chemin.c_str(), 0755);
-  }
+  if (!fs::exists(chemin)) fs::copy_file(programme, chemin);
+  chmod(dossier.chemin().c_str(), 0755);
+  chmod(chemin.c_str(), 0755);
   return chemin;
 }
 
