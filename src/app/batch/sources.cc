@@ -82,7 +82,8 @@ class Parcours {
   bool Entrer(const fs::directory_entry& e) {
     std::error_code ec;
     if (e.is_symlink(ec) || ecartes_.contains(Cle(TexteChemin(e.path())))) return false;
-    return std::none_of(ouverts_.begin(), ouverts_.end(), [&](const fs::path& p) { return fs::equivalent(p, e.path(), ec); });
+    return std::none_of(ouverts_.begin(), ouverts_.end(),
+                        [&](const fs::path& p) { return fs::equivalent(p, e.path(), ec); });
   }
 
   void Garder(const fs::path& chemin, bool illisible) {
