@@ -54,13 +54,13 @@ TEST(LotEngine, OptionsLues) {
 }
 
 // A folder gives its point files by their real extension, sorted, with
-// their subfolders only when asked; conflicts are found before anything
-// runs.
+// their subfolders only when asked; a file reached twice is listed once;
+// conflicts are found before anything runs.
 TEST(LotEngine, FichiersListesEtConflits) {
   DossierTemporaire d;
   fs::create_directories(d / "d/sous");
   fs::create_directories(d / "d/dossier.ptv");
-  for (const char* nom : {"d/b.PTV", "d/a.ptp", "d/c.Pts", "d/x.ptv.txt", "d/sous/e.ptv", "d/a.ptv"}) {
+  for (const char* nom : {"d/b.PTV", "d/a.ptp", "d/c.Pts", "d/x.ptv.txt", "d/sous/e.ptv", "d/a.ptv", "d/dossier.ptv/e.ptv"}) {
     EcrireFichier(d / nom, "");
   }
   const fs::path ici = fs::current_path();
@@ -78,13 +78,13 @@ TEST(LotEngine, FichiersListesEtConflits) {
   // a.ptv's target is a.ptp, another source of the batch: left out.
   EXPECT_EQ(lister({"-p", "ptm", "d"}),
             (V{"d/a.ptp d/a.ptm ptp-ptm", "d/a.ptv d/a.ptp ptv-ptp X", "d/b.PTV d/b.PTP ptv-ptp", "d/c.Pts d/c.ptv pts-ptv"}));
-  EXPECT_EQ(lister({"-r", "-p", "ptv", "d/sous", "d/sous/e.ptv"}), (V{"d/sous/e.ptv d/sous/e.ptp ptv-ptp",
-                                                                      "d/sous/e.ptv d/sous/e.ptp ptv-ptp X"}));
+  EXPECT_EQ(lister({"-r", "-p", "ptv", "d/sous", "d/sous/e.ptv", "d/sous/../sous/e.ptv"}),
+            (V{"d/sous/e.ptv d/sous/e.ptp ptv-ptp"}));
   EXPECT_EQ(lister({"-r", "-o", "o", "-p", "ptv", "d/sous", "d/b.PTV"}),
             (V{"d/sous/e.ptv o/e.ptp ptv-ptp", "d/b.PTV o/b.PTP ptv-ptp"}));
   // The same target for two sources of different folders: the second waits
   // for another batch.
-  EXPECT_EQ(lister({"-o", "o", "d/sous/e.ptv", "d/sous/../sous/e.ptv"}).back().ends_with(" X"), true);
+  EXPECT_EQ(lister({"-o", "o", "d/sous/e.ptv", "d/dossier.ptv/e.ptv"}).back().ends_with(" X"), true);
   // A name that is not UTF-8 is listed as it is (POSIX names are bytes).
   fs::create_directory("n");
   EcrireFichier("n/\xE9t\xE9.ptv", "");

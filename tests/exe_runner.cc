@@ -23,17 +23,14 @@ namespace {
 
 // The program as "nobody" can run it: the build folder may sit where only
 // root may go (root's home folder), so a copy in a folder of the system's
-// temporary folder, open to all, made once per test program.
-const std::string& ProgrammeSansPrivileges() {
+// temporary folder, open to all, made once per program and test program.
+std::string ProgrammeSansPrivileges(const fs::path& programme) {
   static const DossierTemporaire dossier;
-  static const std::string copie = [] {
-    const std::string chemin = dossier / "quillon";
-    fs::copy_file(QUILLON_EXE, chemin);
-    chmod(dossier.chemin().c_str(), 0755);
-    chmod(chemin.c_str(), 0755);
-    return chemin;
-  }();
-  return copie;
+  const std::string chemin = dossier / programme.filename();
+  if (!fs::exists(chemin)) fs::copy_file(programme, chemin);
+  chmod(dossier.chemin().c_str(), 0755);
+  chmod(chemin.c_str(), 0755);
+  return chemin;
 }
 
 const char* Variable(const char* nom, const char* defaut = nullptr) {
@@ -46,7 +43,8 @@ std::vector<std::string> Mots(const std::vector<std::string>& arguments, const O
                               std::vector<std::string>& env) {
   const bool lot = options.programme == Programme::Lot;
   if (!SousWindows()) {
-    std::vector<std::string> mots = {lot ? QUILLON_LOT_EXE : baisser ? ProgrammeSansPrivileges() : QUILLON_EXE};
+    const char* programme = lot ? QUILLON_LOT_EXE : QUILLON_EXE;
+    std::vector<std::string> mots = {baisser ? ProgrammeSansPrivileges(programme) : programme};
     mots.insert(mots.end(), arguments.begin(), arguments.end());
     return mots;
   }

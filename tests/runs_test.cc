@@ -286,6 +286,27 @@ TEST(Lot, RapportDansLOrdreDesSources) {
   EXPECT_EQ(sortie.substr(0, attendu.size()), attendu);
 }
 
+// A scan goes past the folders it cannot read (or look into), each a failed
+// line in its place, and lists the rest.
+TEST(Lot, DossiersIlisiblesDansUnParcours) {
+  if (SousWindows()) GTEST_SKIP() << "no permission bits under wine";
+  DossierTemporaire d;
+  std::string attendu;
+  for (const auto& [nom, mode] : {std::pair{"a", 0777}, {"ferme", 0}, {"sans-x", 0444}, {"sous", 0777}}) {
+    const std::string n = std::string("d/") + nom;
+    fs::create_directories(d / n);
+    EcrireFichier(d / (n + "/f.ptv"), kLignePtv);
+    chmod((d / n).c_str(), mode);  // 0777: "nobody" writes the logs
+    attendu += mode == 0777 ? n + "/f.ptv\t" + n + "/f.ptp\t1\t0\t0\t0\tconverti\n"
+                            : n + "\t\t0\t0\t0\t0\techec\tLe dossier " + n + " ne peut pas \xEAtre parcouru\n";
+  }
+  OptionsExe options(Programme::Lot);
+  options.sansPrivileges = true;
+  const ResultatExe r = LancerQuillon({"-r", "-n", "-e", "1000", "-t", "CS", "d"}, d.chemin(), options);
+  EXPECT_EQ(r.sortie.substr(0, r.sortie.find("Total")), attendu);
+  EXPECT_EQ(r.codeSortie, 2);
+}
+
 // True when nothing is left in the pipe and every thread of the batch
 // sleeps: its reader waits in a read.
 bool LectureEnAttente(pid_t pid, int tuyau) {

@@ -206,6 +206,11 @@ Sortie standard : une ligne par fichier, dans l'ordre des sources, ses champs
 séparés par des tabulations : source, cible, lignes lues, lignes ignorées,
 erreurs de lecture, erreurs d'écriture, issue (converti, rejets, echec,
 interrompu, non-traite) et, après un échec, son message ; puis les totaux.
+Dans les noms et les messages, une tabulation, un saut de ligne, un retour
+chariot et une barre oblique inverse s'écrivent \t, \n, \r et \\ (sous
+Windows, la barre oblique inverse sépare les dossiers et reste seule).
+Un dossier illisible est une ligne en échec ; le dossier de -o n'est pas
+parcouru ; un fichier atteint deux fois n'est converti qu'une fois.
 Sur un terminal, l'erreur standard montre l'avancement.
 
 Codes de sortie :

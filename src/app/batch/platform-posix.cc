@@ -14,6 +14,8 @@ std::filesystem::path CheminNatif(const std::string& texte) { return std::filesy
 
 std::string TexteChemin(const std::filesystem::path& chemin) { return chemin.native(); }
 
+bool BarreInverseDansLesNoms() { return true; }
+
 bool ErreurEstTerminal() { return ::isatty(STDERR_FILENO) == 1; }
 
 void EcrireSortieBrute(std::string_view octets) {

@@ -26,6 +26,8 @@ std::string TexteChemin(const std::filesystem::path& chemin) {
   return Utf8(chemin.native());
 }
 
+bool BarreInverseDansLesNoms() { return false; }
+
 // A console, not merely a character device: NUL is one too.
 bool ErreurEstTerminal() {
   DWORD mode = 0;

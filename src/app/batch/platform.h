@@ -19,6 +19,10 @@ std::vector<std::string> MotsProgramme(int argc, char** argv);
 std::filesystem::path CheminNatif(const std::string& texte);
 std::string TexteChemin(const std::filesystem::path& chemin);
 
+// True where a file name may hold a backslash (POSIX); on Windows it
+// separates folders.
+bool BarreInverseDansLesNoms();
+
 // True when standard error is a terminal (a console on Windows).
 bool ErreurEstTerminal();
 

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "app/batch/platform.h"
 #include "io/ansi.h"
 #include "io/locale.h"
 
@@ -27,12 +28,30 @@ int CodeSortie(const Totaux& t) {
   return kSortieConverti;
 }
 
+namespace {
+
+std::string ChampTexte(const std::string& texte) {
+  std::string champ;
+  for (char c : texte) {
+    switch (c) {
+      case '\t': champ += "\\t"; break;
+      case '\n': champ += "\\n"; break;
+      case '\r': champ += "\\r"; break;
+      case '\\': champ += BarreInverseDansLesNoms() ? "\\\\" : "\\"; break;
+      default: champ += c;
+    }
+  }
+  return champ;
+}
+
+}  // namespace
+
 std::string LigneFichier(const FichierLot& f, const ResultatFichier& r) {
-  std::string ligne = CheminAffichable(f.source) + '\t' + CheminAffichable(f.cible);
+  std::string ligne = ChampTexte(CheminAffichable(f.source)) + '\t' + ChampTexte(CheminAffichable(f.cible));
   for (int64_t n : {r.lues, r.ignorees, r.erreursLecture, r.erreursEcriture}) ligne += '\t' + std::to_string(n);
   ligne += '\t';
   ligne += MotIssue(r.issue);
-  if (r.echec) ligne += '\t' + TexteEchec(*r.echec);
+  if (r.echec) ligne += '\t' + ChampTexte(TexteEchec(*r.echec));
   return ligne;
 }
 

@@ -37,7 +37,9 @@ int CodeSortie(const Totaux& totaux);
 
 // One file, its fields separated by tabs: source, target, the four counts,
 // the outcome word and, after a failure, its message. Windows-1252, no line
-// end.
+// end; in the texts, a tab, a line feed, a carriage return and a backslash
+// (where names may hold one) are written \t, \n, \r and \\, so that a line
+// stays one file and its fields stay apart.
 std::string LigneFichier(const FichierLot& fichier, const ResultatFichier& resultat);
 
 // The two lines of totals, each ended by `finLigne`. Windows-1252.

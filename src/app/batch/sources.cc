@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <map>
 #include <optional>
+#include <set>
 
 #include "app/batch/platform.h"
 #include "io/ansi.h"
@@ -25,33 +26,76 @@ std::optional<Sorte> SortePourNom(const fs::path& nom) {
   return std::nullopt;
 }
 
-// A source found: its path, and the path to keep under the output folder.
+// A source found: its path, and the path to keep under the output folder;
+// or a folder that could not be read through, in its place by name.
 struct Trouve {
   std::string source;
   fs::path relatif;
+  bool illisible = false;
 };
 
-// The files of a folder with a known extension, sorted by their path within
-// it; false when the folder could not be read through.
-bool Parcourir(const std::string& dossier, bool recursif, std::vector<Trouve>& trouves) {
-  const fs::path racine = CheminNatif(dossier);
-  std::vector<fs::path> relatifs;
+// One path per file, for comparing: absolute, its dots resolved.
+std::string Cle(const std::string& chemin) {
   std::error_code ec;
-  auto garder = [&](const fs::directory_entry& e) {
-    std::error_code ecFichier;
-    if (e.is_regular_file(ecFichier) && SortePourNom(e.path().filename())) {
-      relatifs.push_back(e.path().lexically_relative(racine));
-    }
-  };
-  if (recursif) {
-    for (fs::recursive_directory_iterator it(racine, ec), fin; !ec && it != fin; it.increment(ec)) garder(*it);
-  } else {
-    for (fs::directory_iterator it(racine, ec), fin; !ec && it != fin; it.increment(ec)) garder(*it);
-  }
-  std::sort(relatifs.begin(), relatifs.end());
-  for (const fs::path& r : relatifs) trouves.push_back({TexteChemin(racine / r), r});
-  return !ec;
+  const fs::path p = fs::weakly_canonical(fs::absolute(CheminNatif(chemin), ec), ec);
+  return TexteChemin(p.lexically_normal());
 }
+
+// The files of a folder with a known extension, and of its subfolders when
+// recursive. A folder that cannot be read, or only in part, is found as
+// such and the scan goes on: whatever it gave stays. A link to a folder is
+// not followed, nor a folder that is one being read (a loop), nor one of
+// `ecartes`.
+class Parcours {
+ public:
+  Parcours(const fs::path& racine, bool recursif, const std::set<std::string>& ecartes)
+      : racine_(racine), recursif_(recursif), ecartes_(ecartes) {}
+
+  // Sorted by their path within the folder.
+  std::vector<Trouve> Lire() {
+    Lire(racine_);
+    std::sort(trouves_.begin(), trouves_.end(), [](const Trouve& a, const Trouve& b) { return a.relatif < b.relatif; });
+    return std::move(trouves_);
+  }
+
+ private:
+  void Lire(const fs::path& dossier) {
+    ouverts_.push_back(dossier);
+    bool complet = true;
+    std::error_code ec;
+    for (fs::directory_iterator it(dossier, ec), fin; !ec && it != fin; it.increment(ec)) {
+      std::error_code ecEntree;
+      const fs::file_status statut = it->status(ecEntree);
+      if (fs::is_directory(statut)) {
+        if (recursif_ && Entrer(*it)) Lire(it->path());
+      } else if (fs::is_regular_file(statut) || statut.type() == fs::file_type::not_found) {
+        // A link that leads nowhere is listed: its run says it cannot be opened.
+        if (SortePourNom(it->path().filename())) Garder(it->path(), false);
+      } else if (ecEntree) {
+        complet = false;  // neither a folder nor a file, as far as can be told
+      }
+    }
+    if (ec || !complet) Garder(dossier, true);
+    ouverts_.pop_back();
+  }
+
+  bool Entrer(const fs::directory_entry& e) {
+    std::error_code ec;
+    if (e.is_symlink(ec) || ecartes_.contains(Cle(TexteChemin(e.path())))) return false;
+    return std::none_of(ouverts_.begin(), ouverts_.end(),
+                        [&](const fs::path& p) { return fs::equivalent(p, e.path(), ec); });
+  }
+
+  void Garder(const fs::path& chemin, bool illisible) {
+    trouves_.push_back({TexteChemin(chemin), chemin.lexically_relative(racine_), illisible});
+  }
+
+  fs::path racine_;
+  bool recursif_;
+  const std::set<std::string>& ecartes_;
+  std::vector<fs::path> ouverts_;  // from the folder given down to the one being read
+  std::vector<Trouve> trouves_;
+};
 
 // The new extension, in capitals when the source's was.
 std::string NouvelleExtension(const std::string& source, Conversion conversion) {
@@ -66,30 +110,28 @@ std::string NouvelleExtension(const std::string& source, Conversion conversion) 
   return texte;
 }
 
-// One path per file, for comparing: absolute, its dots resolved.
-std::string Cle(const std::string& chemin) {
-  std::error_code ec;
-  const fs::path p = fs::weakly_canonical(fs::absolute(CheminNatif(chemin), ec), ec);
-  return TexteChemin(p.lexically_normal());
-}
-
 Echec Deja(const std::string& chemin) { return {Echec::Raison::DejaDansLeLot, {}, chemin}; }
 
+// A source reached twice (named twice, through a folder and by its name,
+// through a link) is one file of the batch, where it was first reached.
+void GarderUneFois(std::vector<FichierLot>& fichiers) {
+  std::set<std::string> vues;
+  std::vector<FichierLot> gardes;
+  for (FichierLot& f : fichiers) {
+    if (vues.insert(Cle(f.source)).second) gardes.push_back(std::move(f));
+  }
+  fichiers = std::move(gardes);
+}
+
 // Files of the batch that would write where another one reads or writes are
-// left out, and so is a source given twice: threads must never share a file.
+// left out: threads must never share a file.
 void EcarterConflits(std::vector<FichierLot>& fichiers, bool verification) {
-  std::map<std::string, int> sources;
-  for (const FichierLot& f : fichiers) ++sources[Cle(f.source)];
+  std::set<std::string> sources;
+  for (const FichierLot& f : fichiers) sources.insert(Cle(f.source));
   std::map<std::string, bool> ecrits;
-  std::map<std::string, bool> lus;
   for (FichierLot& f : fichiers) {
     if (f.empechement) continue;
     const std::string source = Cle(f.source);
-    if (lus[source]) {
-      f.empechement = Deja(f.source);
-      continue;
-    }
-    lus[source] = true;
     for (const std::string* ecrit : {verification ? nullptr : &f.cible, &f.log}) {
       if (ecrit == nullptr) continue;
       const std::string cle = Cle(*ecrit);
@@ -118,18 +160,26 @@ std::string TexteEchec(const Echec& echec) {
   return "";
 }
 
+namespace {
+
+// The folders a scan does not enter: those the batch writes into, for a
+// second run to find what the first one found.
+std::set<std::string> DossiersEcartes(const OptionsLot& options) {
+  std::set<std::string> ecartes;
+  if (!options.dossierSortie.empty()) ecartes.insert(Cle(options.dossierSortie));
+  return ecartes;
+}
+
+}  // namespace
+
 ListeLot ListerFichiers(const OptionsLot& options) {
   ListeLot liste;
+  const std::set<std::string> ecartes = DossiersEcartes(options);
   for (const std::string& source : options.sources) {
     std::vector<Trouve> trouves;
     std::error_code ec;
     if (fs::is_directory(CheminNatif(source), ec)) {
-      if (!Parcourir(source, options.recursif, trouves)) {
-        FichierLot illisible;
-        illisible.source = source;
-        illisible.empechement = Echec{Echec::Raison::DossierIlisible, {}, source};
-        liste.fichiers.push_back(illisible);
-      }
+      trouves = Parcours(CheminNatif(source), options.recursif, ecartes).Lire();
     } else if (SortePourNom(CheminNatif(source).filename())) {
       trouves.push_back({source, CheminNatif(source).filename()});
     } else {
@@ -139,6 +189,11 @@ ListeLot ListerFichiers(const OptionsLot& options) {
     for (const Trouve& t : trouves) {
       FichierLot f;
       f.source = t.source;
+      if (t.illisible) {
+        f.empechement = Echec{Echec::Raison::DossierIlisible, {}, t.source};
+        liste.fichiers.push_back(f);
+        continue;
+      }
       switch (*SortePourNom(CheminNatif(t.source).filename())) {
         case Sorte::Valeur: f.conversion = Conversion::ValEnPrecFiab; break;
         case Sorte::DC: f.conversion = Conversion::DCEnVal; break;
@@ -166,6 +221,7 @@ ListeLot ListerFichiers(const OptionsLot& options) {
       liste.fichiers.push_back(f);
     }
   }
+  GarderUneFois(liste.fichiers);
   if (!options.cible.empty()) {
     if (liste.fichiers.size() != 1) {
       liste.erreur = "--cible ne va qu'avec une seule source, et le lot compte " +

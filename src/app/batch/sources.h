@@ -42,8 +42,10 @@ struct ListeLot {
 };
 
 // The files of the sources in their order; those of a folder sorted by
-// name. A source that is not a folder is a file whose extension tells its
-// kind, whether or not it exists.
+// name, with the subfolders that cannot be read in their place as failed
+// files. A source that is not a folder is a file whose extension tells its
+// kind, whether or not it exists. A file reached twice is listed once; a
+// recursive scan does not enter the output folder.
 ListeLot ListerFichiers(const OptionsLot& options);
 
 }  // namespace quillon::lot
