@@ -167,6 +167,7 @@ namespace {
 std::set<std::string> DossiersEcartes(const OptionsLot& options) {
   std::set<std::string> ecartes;
   if (!options.dossierSortie.empty()) ecartes.insert(Cle(options.dossierSortie));
+  if (!options.dossierRapport.empty()) ecartes.insert(Cle(options.dossierRapport));
   return ecartes;
 }
 
