@@ -10,7 +10,11 @@
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
+#include <condition_variable>
 #include <cstring>
+#include <memory>
+#include <mutex>
+#include <thread>
 #include <vector>
 
 #include "io/file_system.h"
@@ -82,14 +86,48 @@ bool EcrireTout(int fd, const char* source, std::size_t taille) {
   return true;
 }
 
-// Starts writing a range of a file to the disk, without waiting for it.
-void LancerEcritureDisque(int fd, uint64_t debut, uint64_t taille) {
-#ifdef SYNC_FILE_RANGE_WRITE
-  ::sync_file_range(fd, static_cast<off_t>(debut), static_cast<off_t>(taille), SYNC_FILE_RANGE_WRITE);
-#else
-  (void)fd, (void)debut, (void)taille;  // the sync on closing does it all
-#endif
-}
+// Syncs an open file again and again from a thread of its own, each time it
+// is asked, while the run goes on writing it: the disk takes the file part
+// by part, and the sync before the rename has only the last part left.
+class SynchronisationDeFond {
+ public:
+  explicit SynchronisationDeFond(int fd) : fil_([this, fd] { Boucle(fd); }) {}
+  // Waits for the sync under way, if any.
+  ~SynchronisationDeFond() {
+    {
+      std::lock_guard<std::mutex> verrou(mutex_);
+      fin_ = true;
+    }
+    signal_.notify_one();
+    fil_.join();
+  }
+  void Demander() {
+    {
+      std::lock_guard<std::mutex> verrou(mutex_);
+      demande_ = true;
+    }
+    signal_.notify_one();
+  }
+
+ private:
+  void Boucle(int fd) {
+    std::unique_lock<std::mutex> verrou(mutex_);
+    for (;;) {
+      signal_.wait(verrou, [this] { return demande_ || fin_; });
+      if (fin_) return;
+      demande_ = false;
+      verrou.unlock();
+      ::fdatasync(fd);  // a failure shows again in the sync on closing
+      verrou.lock();
+    }
+  }
+
+  std::mutex mutex_;
+  std::condition_variable signal_;
+  bool demande_ = false;
+  bool fin_ = false;
+  std::thread fil_;  // last: started once the rest is ready
+};
 
 // Syncs a folder, so that a rename in it survives a crash of the machine.
 // A file system that cannot sync a folder is left at that: the file renamed
@@ -182,16 +220,21 @@ class SupportRemplacement : public SupportPosix {
         temporaire_(std::move(temporaire)),
         final_(std::move(final)),
         enPlace_(enPlace) {}
-  ~SupportRemplacement() override { SupportPosix::Fermer(); }
+  ~SupportRemplacement() override {
+    fond_.reset();
+    SupportPosix::Fermer();
+  }
 
-  // The disk is asked to start writing every few megabytes, while the run
-  // goes on, so that the sync on closing has little left to wait for.
+  // Every few megabytes the file is synced in the background while the run
+  // goes on, so that the sync on closing has little left to wait for. A
+  // small file is synced on closing only, without a thread.
   bool Ecrire(const char* source, std::size_t taille) override {
     if (!EcrireTout(fd_, source, taille)) return false;
     ecrit_ += taille;
-    if (ecrit_ - lance_ >= kTranche) {
-      LancerEcritureDisque(fd_, lance_, ecrit_ - lance_);
-      lance_ = ecrit_;
+    if (ecrit_ - demande_ >= kTranche) {
+      if (!fond_) fond_ = std::make_unique<SynchronisationDeFond>(fd_);
+      fond_->Demander();
+      demande_ = ecrit_;
     }
     return true;
   }
@@ -201,6 +244,7 @@ class SupportRemplacement : public SupportPosix {
   // new one is what comes back.
   bool Fermer() override {
     if (fd_ < 0) return false;
+    fond_.reset();
     if (enPlace_) return FermerEnPlace();
     const bool ecrit = ::fsync(fd_) == 0;
     if (!SupportPosix::Fermer() || !ecrit || ::rename(temporaire_.Chemin().c_str(), final_.c_str()) != 0) {
@@ -213,6 +257,7 @@ class SupportRemplacement : public SupportPosix {
   }
 
   void Abandonner() override {
+    fond_.reset();
     SupportPosix::Fermer();
     temporaire_.Supprimer();
   }
@@ -233,8 +278,9 @@ class SupportRemplacement : public SupportPosix {
   Temporaire temporaire_;
   std::string final_;
   bool enPlace_;
-  uint64_t ecrit_ = 0;  // bytes written so far
-  uint64_t lance_ = 0;  // of which the disk was asked to start writing
+  uint64_t ecrit_ = 0;    // bytes written so far
+  uint64_t demande_ = 0;  // when the last sync was asked for
+  std::unique_ptr<SynchronisationDeFond> fond_;
 };
 
 bool EstProtege(const Identite& identite, std::span<const SupportFichier* const> proteges) {
