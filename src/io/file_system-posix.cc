@@ -14,6 +14,7 @@
 #include <cstring>
 #include <memory>
 #include <mutex>
+#include <set>
 #include <thread>
 #include <vector>
 
@@ -139,6 +140,24 @@ void SynchroniserDossier(const std::string& dossier) {
   ::close(fd);
 }
 
+// The folders whose syncs wait for SynchroniserDossiers, when grouped.
+struct DossiersEnAttente {
+  std::mutex mutex;
+  bool groupes = false;
+  std::set<std::string> dossiers;
+} enAttente;
+
+void DossierModifie(const std::string& dossier) {
+  {
+    std::lock_guard<std::mutex> verrou(enAttente.mutex);
+    if (enAttente.groupes) {
+      enAttente.dossiers.insert(dossier);
+      return;
+    }
+  }
+  SynchroniserDossier(dossier);
+}
+
 // Copies the extended attributes of the file `de` onto the open file `fd`:
 // the user's own (user.*) and its access lists (system.posix_acl_access).
 // One that may not be set here (a security label, a trusted.* attribute for
@@ -252,7 +271,7 @@ class SupportRemplacement : public SupportPosix {
       return false;
     }
     temporaire_.Garder();
-    SynchroniserDossier(Dossier(final_));
+    DossierModifie(Dossier(final_));
     return true;
   }
 
@@ -355,6 +374,20 @@ class SystemeFichiersPosix : public SystemeFichiers {
 };
 
 }  // namespace
+
+void GrouperSynchronisationsDossiers() {
+  std::lock_guard<std::mutex> verrou(enAttente.mutex);
+  enAttente.groupes = true;
+}
+
+void SynchroniserDossiers() {
+  std::set<std::string> dossiers;
+  {
+    std::lock_guard<std::mutex> verrou(enAttente.mutex);
+    dossiers.swap(enAttente.dossiers);
+  }
+  for (const std::string& dossier : dossiers) SynchroniserDossier(dossier);
+}
 
 SystemeFichiers& SystemeFichiersReel() {
   static SystemeFichiersPosix systeme;

@@ -93,6 +93,7 @@ int Principal(int argc, char** argv) {
 
   std::atomic<bool> arret{false};
   InstallerInterruptions(&arret);
+  GrouperSynchronisationsDossiers();  // once per folder, at the end
   Tables();  // built once, before the threads read them
 
   const bool json = options.rapportJson.has_value();
@@ -120,6 +121,7 @@ int Principal(int argc, char** argv) {
                                 " ne peut pas être écrit\n"));
     if (code < kSortieEchec) code = kSortieEchec;
   }
+  SynchroniserDossiers();
   return code;
 }
 
