@@ -93,14 +93,17 @@ bool EcrireTout(int fd, const char* source, std::size_t taille) {
 class SynchronisationDeFond {
  public:
   explicit SynchronisationDeFond(int fd) : fil_([this, fd] { Boucle(fd); }) {}
-  // Waits for the sync under way, if any.
-  ~SynchronisationDeFond() {
+  ~SynchronisationDeFond() { Terminer(); }
+  // Waits for the sync under way, if any; false when one of them failed (a
+  // failure is told once: the sync on closing would not see it again).
+  bool Terminer() {
     {
       std::lock_guard<std::mutex> verrou(mutex_);
       fin_ = true;
     }
     signal_.notify_one();
-    fil_.join();
+    if (fil_.joinable()) fil_.join();
+    return !echec_;
   }
   void Demander() {
     {
@@ -118,8 +121,9 @@ class SynchronisationDeFond {
       if (fin_) return;
       demande_ = false;
       verrou.unlock();
-      ::fdatasync(fd);  // a failure shows again in the sync on closing
+      const bool ecrit = ::fdatasync(fd) == 0;
       verrou.lock();
+      if (!ecrit) echec_ = true;
     }
   }
 
@@ -127,6 +131,7 @@ class SynchronisationDeFond {
   std::condition_variable signal_;
   bool demande_ = false;
   bool fin_ = false;
+  bool echec_ = false;
   std::thread fil_;  // last: started once the rest is ready
 };
 
@@ -263,7 +268,12 @@ class SupportRemplacement : public SupportPosix {
   // new one is what comes back.
   bool Fermer() override {
     if (fd_ < 0) return false;
+    const bool fond = !fond_ || fond_->Terminer();
     fond_.reset();
+    if (!fond) {
+      Abandonner();
+      return false;
+    }
     if (enPlace_) return FermerEnPlace();
     const bool ecrit = ::fsync(fd_) == 0;
     if (!SupportPosix::Fermer() || !ecrit || ::rename(temporaire_.Chemin().c_str(), final_.c_str()) != 0) {
