@@ -11,8 +11,9 @@
 set -eu
 
 # scdoc turns the manual pages into roff; man-db's man and lexgrog check them.
-# chromium loads the check reports in the tests, headless.
-paquets="g++ make cmake libgtest-dev libgmock-dev qt6-base-dev nlohmann-json3-dev locales scdoc man-db chromium"
+# chromium loads the check reports in the tests, headless; attr and acl:
+# setfattr and setfacl, for the tests of what a replaced file keeps.
+paquets="g++ make cmake libgtest-dev libgmock-dev qt6-base-dev nlohmann-json3-dev locales scdoc man-db chromium attr acl"
 case "${1:-}" in
   fuzz) paquets="$paquets clang libclang-rt-14-dev" ;;
   windows) paquets="$paquets g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix googletest wine wine64 xvfb xdotool" ;;

@@ -10,8 +10,11 @@
 #include <sys/ioctl.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
+#include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <functional>
 #include <map>
@@ -43,16 +46,27 @@ std::string Fatal(const std::string& fichier, const std::string& raison) {
          ", l'application va s'arr\xEAter\r\n";
 }
 
-// Every entry under a folder by its path: a file's permission bits, size
-// and a hash of its bytes (of its size alone past 64 MiB), where a link
-// points, a folder's or a pipe's permission bits.
+// Every entry under a folder by its path: its permission bits, owner and
+// group, links and extended attributes (an ACL among them), then a file's
+// size and a hash of its bytes (of its size alone past 64 MiB), where a link
+// points, or whether it is a folder or a pipe.
 using Etat = std::map<std::string, std::string>;
 Etat EtatDe(const std::string& dossier) {
   Etat etat;
   for (const auto& e : fs::recursive_directory_iterator(dossier)) {
     const fs::file_status s = e.symlink_status();
+    struct stat st {};
+    lstat(e.path().c_str(), &st);
     std::ostringstream texte;
-    texte << std::oct << static_cast<int>(s.permissions()) << std::dec << " ";
+    texte << std::oct << static_cast<int>(s.permissions()) << std::dec << " " << st.st_uid << ":" << st.st_gid << " "
+          << st.st_nlink;
+    char noms[4096], valeur[4096];
+    const ssize_t n = llistxattr(e.path().c_str(), noms, sizeof noms);
+    for (const char* nom = noms; n > 0 && nom < noms + n; nom += std::strlen(nom) + 1) {
+      const ssize_t v = lgetxattr(e.path().c_str(), nom, valeur, sizeof valeur);
+      texte << " " << nom << "=" << std::string(valeur, static_cast<std::size_t>(v > 0 ? v : 0));
+    }
+    texte << " | ";
     if (fs::is_symlink(s)) texte << "-> " << fs::read_symlink(e.path()).string();
     if (fs::is_directory(s) || fs::is_fifo(s)) texte << (fs::is_fifo(s) ? "pipe" : "folder");
     if (fs::is_regular_file(s)) texte << e.file_size() << " bytes";
@@ -109,7 +123,8 @@ struct CasFaute {
   std::vector<std::string> arguments = {"a.ptv", "b.ptp"};
   bool sortieFermee = false;
   // The files the run replaces, by their size ("" for any); each keeps its
-  // permission bits. Every other entry of the folder stays as it was.
+  // permission bits, owner, links and attributes. Every other entry of the
+  // folder stays as it was.
   std::map<std::string, std::string> ecrits = {};
 };
 
@@ -163,6 +178,8 @@ TEST(Fautes, RunsQuiNeFinissentPasBien) {
       {"SIGINT", Rien, kVersion, SIGINT},
       {"SIGTERM", Rien, kVersion, SIGTERM},
       {"SIGHUP", Rien, kVersion, SIGHUP},
+      {"SIGINT, the target with a second hard link",
+       [](auto& d) { return fs::create_hard_link(d / "b.ptp", d / "lien.ptp"), true; }, kVersion, SIGINT},
       {"SIGKILL, which cannot be caught: the target's and the log's temporaries stay", Rien, kVersion, SIGKILL},
       {"standard output closed", Rien, "", 0, false, {"a.ptv", "b.ptp"}, true,
        {{"b.ptp", "1780000"}, {"a.ptv.log", ""}}},
@@ -173,6 +190,22 @@ TEST(Fautes, RunsQuiNeFinissentPasBien) {
          return Dossier(d, "vrai", 0755, "b.ptp") && (fs::create_symlink("vrai/b.ptp", d / "lien.ptp"), true);
        },
        bilan, 0, false, {"a.ptv", "lien.ptp"}, false, {{"vrai/b.ptp", "1780000"}, {"a.ptv.log", ""}}},
+      // A replaced target keeps what it had.
+      {"another user's and group's target, mode 640, replaced by root",
+       [](auto& d) {
+         return geteuid() == 0 && chown((d / "b.ptp").c_str(), 65534, 65534) == 0 && chmod((d / "b.ptp").c_str(), 0640) == 0;
+       },
+       bilan, 0, false,
+       {"a.ptv", "b.ptp"}, false, {{"b.ptp", "1780000"}, {"a.ptv.log", ""}}},
+      {"a target with a user. attribute and an access list",
+       [](auto& d) {
+         return setxattr((d / "b.ptp").c_str(), "user.quillon", "note", 4, 0) == 0 &&
+                std::system(("setfacl -m u:65534:r '" + d / "b.ptp'").c_str()) == 0;
+       },
+       bilan, 0, false, {"a.ptv", "b.ptp"}, false, {{"b.ptp", "1780000"}, {"a.ptv.log", ""}}},
+      {"a target with a second hard link: every name shows the new bytes",
+       [](auto& d) { return fs::create_hard_link(d / "b.ptp", d / "lien.ptp"), true; }, bilan, 0, false,
+       {"a.ptv", "b.ptp"}, false, {{"b.ptp", "1780000"}, {"lien.ptp", "1780000"}, {"a.ptv.log", ""}}},
   };
   const std::string source = Repeter(kLignePtv, 20000);  // more than the buffers hold
   for (const CasFaute& c : cas) {
@@ -215,7 +248,7 @@ TEST(Fautes, RunsQuiNeFinissentPasBien) {
     EXPECT_EQ(r.sortie, c.sortie);
     Etat apres = EtatDe(d.chemin());
     for (const auto& [nom, taille] : c.ecrits) {
-      const std::string mode = avant[nom].substr(0, avant[nom].find(' ') + 1);
+      const std::string mode = avant[nom].substr(0, avant[nom].find('|') + 2);
       EXPECT_TRUE(apres[nom].starts_with(mode + taille)) << nom << ": " << apres[nom] << ", was " << avant[nom];
       avant.erase(nom);
       apres.erase(nom);

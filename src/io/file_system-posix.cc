@@ -1,13 +1,22 @@
 // The machine's files, through POSIX descriptors. A file created for
 // writing is written to a temporary file in its folder, synced, and renamed
-// over its name on closing.
+// over its name on closing; its folder is synced after. A file with other
+// hard links gets the finished bytes written into it instead.
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
+#include <condition_variable>
+#include <cstring>
+#include <memory>
+#include <mutex>
+#include <set>
+#include <thread>
+#include <vector>
 
 #include "io/file_system.h"
 #include "io/temporary_files.h"
@@ -78,13 +87,116 @@ bool EcrireTout(int fd, const char* source, std::size_t taille) {
   return true;
 }
 
-// Starts writing a range of a file to the disk, without waiting for it.
-void LancerEcritureDisque(int fd, uint64_t debut, uint64_t taille) {
-#ifdef SYNC_FILE_RANGE_WRITE
-  ::sync_file_range(fd, static_cast<off_t>(debut), static_cast<off_t>(taille), SYNC_FILE_RANGE_WRITE);
-#else
-  (void)fd, (void)debut, (void)taille;  // the sync on closing does it all
-#endif
+// Syncs an open file again and again from a thread of its own, each time it
+// is asked, while the run goes on writing it: the disk takes the file part
+// by part, and the sync before the rename has only the last part left.
+class SynchronisationDeFond {
+ public:
+  explicit SynchronisationDeFond(int fd) : fil_([this, fd] { Boucle(fd); }) {}
+  ~SynchronisationDeFond() { Terminer(); }
+  // Waits for the sync under way, if any; false when one of them failed (a
+  // failure is told once: the sync on closing would not see it again).
+  bool Terminer() {
+    {
+      std::lock_guard<std::mutex> verrou(mutex_);
+      fin_ = true;
+    }
+    signal_.notify_one();
+    if (fil_.joinable()) fil_.join();
+    return !echec_;
+  }
+  void Demander() {
+    {
+      std::lock_guard<std::mutex> verrou(mutex_);
+      demande_ = true;
+    }
+    signal_.notify_one();
+  }
+
+ private:
+  void Boucle(int fd) {
+    std::unique_lock<std::mutex> verrou(mutex_);
+    for (;;) {
+      signal_.wait(verrou, [this] { return demande_ || fin_; });
+      if (fin_) return;
+      demande_ = false;
+      verrou.unlock();
+      const bool ecrit = ::fdatasync(fd) == 0;
+      verrou.lock();
+      if (!ecrit) echec_ = true;
+    }
+  }
+
+  std::mutex mutex_;
+  std::condition_variable signal_;
+  bool demande_ = false;
+  bool fin_ = false;
+  bool echec_ = false;
+  std::thread fil_;  // last: started once the rest is ready
+};
+
+// Syncs a folder, so that a rename in it survives a crash of the machine.
+// A file system that cannot sync a folder is left at that: the file renamed
+// is itself on the disk already.
+void SynchroniserDossier(const std::string& dossier) {
+  const int fd = ::open(dossier.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (fd < 0) return;
+  ::fsync(fd);
+  ::close(fd);
+}
+
+// The folders whose syncs wait for SynchroniserDossiers, when grouped.
+struct DossiersEnAttente {
+  std::mutex mutex;
+  bool groupes = false;
+  std::set<std::string> dossiers;
+} enAttente;
+
+void DossierModifie(const std::string& dossier) {
+  {
+    std::lock_guard<std::mutex> verrou(enAttente.mutex);
+    if (enAttente.groupes) {
+      enAttente.dossiers.insert(dossier);
+      return;
+    }
+  }
+  SynchroniserDossier(dossier);
+}
+
+// Copies the extended attributes of the file `de` onto the open file `fd`:
+// the user's own (user.*) and its access lists (system.posix_acl_access).
+// One that may not be set here (a security label, a trusted.* attribute for
+// another than root) is left out quietly, as the owner is.
+void CopierAttributs(const char* de, int fd) {
+  ssize_t taille = ::listxattr(de, nullptr, 0);
+  if (taille <= 0) return;  // none, or a file system without them
+  std::vector<char> noms(static_cast<std::size_t>(taille));
+  taille = ::listxattr(de, noms.data(), noms.size());
+  std::vector<char> valeur;
+  for (const char* nom = noms.data(); taille > 0 && nom < noms.data() + taille; nom += std::strlen(nom) + 1) {
+    const ssize_t n = ::getxattr(de, nom, nullptr, 0);
+    if (n < 0) continue;
+    valeur.resize(static_cast<std::size_t>(n));
+    const ssize_t lu = ::getxattr(de, nom, valeur.data(), valeur.size());
+    if (lu >= 0) ::fsetxattr(fd, nom, valeur.data(), static_cast<std::size_t>(lu), 0);
+  }
+}
+
+// Writes the whole of the file `de` over the file `vers` from its start, and
+// cuts `vers` to that size.
+bool Recopier(int de, int vers) {
+  if (::lseek(de, 0, SEEK_SET) != 0 || ::lseek(vers, 0, SEEK_SET) != 0) return false;
+  char tampon[1 << 16];
+  off_t taille = 0;
+  for (;;) {
+    const ssize_t n = ::read(de, tampon, sizeof tampon);
+    if (n < 0 && errno == EINTR) continue;
+    if (n < 0) return false;
+    if (n == 0) break;
+    if (!EcrireTout(vers, tampon, static_cast<std::size_t>(n))) return false;
+    taille += n;
+  }
+  return ::ftruncate(vers, taille) == 0;
 }
 
 class SupportPosix : public SupportFichier {
@@ -122,41 +234,59 @@ class SupportPosix : public SupportFichier {
   Identite identite_;
 };
 
-// A file written beside its name and renamed over it on closing.
+// A file written beside its name and renamed over it on closing; or, for a
+// file with other hard links (`enPlace`), written into it once complete, so
+// that every name shows the new bytes.
 class SupportRemplacement : public SupportPosix {
  public:
-  SupportRemplacement(int fd, Identite identite, std::string temporaire, std::string final)
-      : SupportPosix(fd, std::move(identite)), temporaire_(std::move(temporaire)), final_(std::move(final)) {}
-  ~SupportRemplacement() override { SupportPosix::Fermer(); }
+  SupportRemplacement(int fd, Identite identite, std::string temporaire, std::string final, bool enPlace)
+      : SupportPosix(fd, std::move(identite)),
+        temporaire_(std::move(temporaire)),
+        final_(std::move(final)),
+        enPlace_(enPlace) {}
+  ~SupportRemplacement() override {
+    fond_.reset();
+    SupportPosix::Fermer();
+  }
 
-  // The disk is asked to start writing every few megabytes, while the run
-  // goes on, so that the sync on closing has little left to wait for.
+  // Every few megabytes the file is synced in the background while the run
+  // goes on, so that the sync on closing has little left to wait for. A
+  // small file is synced on closing only, without a thread.
   bool Ecrire(const char* source, std::size_t taille) override {
     if (!EcrireTout(fd_, source, taille)) return false;
     ecrit_ += taille;
-    if (ecrit_ - lance_ >= kTranche) {
-      LancerEcritureDisque(fd_, lance_, ecrit_ - lance_);
-      lance_ = ecrit_;
+    if (ecrit_ - demande_ >= kTranche) {
+      if (!fond_) fond_ = std::make_unique<SynchronisationDeFond>(fd_);
+      fond_->Demander();
+      demande_ = ecrit_;
     }
     return true;
   }
 
   // Synced before the rename, so that a crash of the machine leaves the
-  // previous file or the new one, whole. The folder is not synced after
-  // it: a crash soon after may bring back the previous file, whole too,
-  // and the sync would cost a tenth of the run of a large file.
+  // previous file or the new one, whole; the folder after it, so that the
+  // new one is what comes back.
   bool Fermer() override {
     if (fd_ < 0) return false;
+    const bool fond = !fond_ || fond_->Terminer();
+    fond_.reset();
+    if (!fond) {
+      Abandonner();
+      return false;
+    }
+    if (enPlace_) return FermerEnPlace();
     const bool ecrit = ::fsync(fd_) == 0;
     if (!SupportPosix::Fermer() || !ecrit || ::rename(temporaire_.Chemin().c_str(), final_.c_str()) != 0) {
       temporaire_.Supprimer();
       return false;
     }
     temporaire_.Garder();
+    DossierModifie(Dossier(final_));
     return true;
   }
 
   void Abandonner() override {
+    fond_.reset();
     SupportPosix::Fermer();
     temporaire_.Supprimer();
   }
@@ -164,10 +294,22 @@ class SupportRemplacement : public SupportPosix {
  private:
   static constexpr uint64_t kTranche = uint64_t{4} << 20;
 
+  // The finished bytes copied into the file itself, then synced. Not in
+  // one step: a failure or a crash while copying leaves it part new.
+  bool FermerEnPlace() {
+    const int fd = ::open(final_.c_str(), O_WRONLY | O_CLOEXEC);
+    bool ecrit = fd >= 0 && Recopier(fd_, fd) && ::fsync(fd) == 0;
+    if (fd >= 0 && ::close(fd) != 0) ecrit = false;
+    Abandonner();  // the temporary file has served
+    return ecrit;
+  }
+
   Temporaire temporaire_;
   std::string final_;
-  uint64_t ecrit_ = 0;  // bytes written so far
-  uint64_t lance_ = 0;  // of which the disk was asked to start writing
+  bool enPlace_;
+  uint64_t ecrit_ = 0;    // bytes written so far
+  uint64_t demande_ = 0;  // when the last sync was asked for
+  std::unique_ptr<SynchronisationDeFond> fond_;
 };
 
 bool EstProtege(const Identite& identite, std::span<const SupportFichier* const> proteges) {
@@ -220,24 +362,42 @@ class SystemeFichiersPosix : public SystemeFichiers {
     if (existe && ::faccessat(AT_FDCWD, final.c_str(), W_OK, AT_EACCESS) != 0) return nullptr;
     for (uint64_t essai = 0; essai < 100; ++essai) {
       const std::string temporaire = NomTemporaire(final, essai);
-      const int fd = ::open(temporaire.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+      const int fd = ::open(temporaire.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
       if (fd < 0) {
         if (errno == EEXIST) continue;
         return nullptr;
       }
-      // The new file keeps the permission bits, and where allowed the
-      // owner, of the one it replaces.
-      if (existe) {
-        if (::fchown(fd, etat.st_uid, etat.st_gid) != 0) { /* another owner's file: ours now */ }
+      // A file with other names is written into at the end: it keeps all
+      // it has. Another one is replaced by a file that keeps its permission
+      // bits, its extended attributes and access lists, and where allowed
+      // its owner and group.
+      const bool enPlace = existe && etat.st_nlink > 1;
+      if (existe && !enPlace) {
+        if (::fchown(fd, etat.st_uid, etat.st_gid) != 0) { /* another's file, not root: ours now */ }
+        CopierAttributs(final.c_str(), fd);
         ::fchmod(fd, etat.st_mode & 07777);
       }
-      return std::make_unique<SupportRemplacement>(fd, identite, temporaire, final);
+      return std::make_unique<SupportRemplacement>(fd, identite, temporaire, final, enPlace);
     }
     return nullptr;
   }
 };
 
 }  // namespace
+
+void GrouperSynchronisationsDossiers() {
+  std::lock_guard<std::mutex> verrou(enAttente.mutex);
+  enAttente.groupes = true;
+}
+
+void SynchroniserDossiers() {
+  std::set<std::string> dossiers;
+  {
+    std::lock_guard<std::mutex> verrou(enAttente.mutex);
+    dossiers.swap(enAttente.dossiers);
+  }
+  for (const std::string& dossier : dossiers) SynchroniserDossier(dossier);
+}
 
 SystemeFichiers& SystemeFichiersReel() {
   static SystemeFichiersPosix systeme;

@@ -214,6 +214,11 @@ class SystemeFichiersWin32 : public SystemeFichiers {
 
 void SupprimerFichier(const char* chemin) { ::DeleteFileW(Large(chemin).c_str()); }
 
+// MoveFileExW's write-through and ReplaceFileW commit the folder's change
+// with the rename: nothing is left to sync afterwards.
+void GrouperSynchronisationsDossiers() {}
+void SynchroniserDossiers() {}
+
 SystemeFichiers& SystemeFichiersReel() {
   static SystemeFichiersWin32 systeme;
   return systeme;

@@ -112,6 +112,7 @@ int Principal(int argc, char** argv) {
 
   std::atomic<bool> arret{false};
   InstallerInterruptions(&arret);
+  GrouperSynchronisationsDossiers();  // once per folder, at the end
   Tables();  // built once, before the threads read them
 
   const bool json = options.rapportJson.has_value();
@@ -150,6 +151,7 @@ int Principal(int argc, char** argv) {
                                 " ne peuvent pas être écrits\n"));
     if (code < kSortieEchec) code = kSortieEchec;
   }
+  SynchroniserDossiers();
   return code;
 }
 
