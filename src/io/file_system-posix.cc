@@ -16,6 +16,13 @@ namespace quillon {
 
 void SupprimerFichier(const char* chemin) { ::unlink(chemin); }
 
+bool PlacerFichier(const std::string& temporaire, const std::string& final) {
+  const int fd = ::open(temporaire.c_str(), O_RDWR | O_CLOEXEC);
+  if (fd < 0) return false;
+  const bool ecrit = ::fsync(fd) == 0;
+  return ::close(fd) == 0 && ecrit && ::rename(temporaire.c_str(), final.c_str()) == 0;
+}
+
 namespace {
 
 // What makes a file itself: its inode when it exists, and the path it has
