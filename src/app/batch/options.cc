@@ -1,5 +1,6 @@
 #include "app/batch/options.h"
 
+#include <algorithm>
 #include <charconv>
 #include <string_view>
 
@@ -8,7 +9,7 @@
 namespace quillon::lot {
 namespace {
 
-enum class Cle { Recursif, PtpEn, Echelle, Theme, Sortie, Cible, Verifier, Fils, Json, Aide, Version };
+enum class Cle { Recursif, PtpEn, Echelle, Theme, Sortie, Cible, Verifier, Fils, Json, Aide, Version, Exporter, Srs };
 
 struct Option {
   const char* longue;
@@ -24,7 +25,28 @@ constexpr Option kOptions[] = {
     {"verifier", 'n', false, Cle::Verifier}, {"fils", 'j', true, Cle::Fils},
     {"json", 0, true, Cle::Json},            {"aide", 'h', false, Cle::Aide},
     {"help", 0, false, Cle::Aide},           {"version", 'V', false, Cle::Version},
+    {"exporter", 0, true, Cle::Exporter},    {"srs", 0, true, Cle::Srs},
 };
+
+// --exporter's list, "gpkg,csv": each format once, in the order given.
+std::string LireExports(const std::string& nom, const std::string& liste, std::vector<FormatExport>& formats) {
+  formats.clear();
+  std::size_t debut = 0;
+  for (;;) {
+    const std::size_t virgule = liste.find(',', debut);
+    const std::string mot = liste.substr(debut, virgule == std::string::npos ? std::string::npos : virgule - debut);
+    bool connu = false;
+    for (FormatExport f : {FormatExport::GeoPackage, FormatExport::Csv, FormatExport::GeoJson, FormatExport::Dxf}) {
+      if (mot != MotFormat(f)) continue;
+      connu = true;
+      if (!FormatDisponible(f)) return "cette version de quillon-lot ne sait pas écrire de GeoPackage (" + mot + ")";
+      if (std::find(formats.begin(), formats.end(), f) == formats.end()) formats.push_back(f);
+    }
+    if (!connu) return nom + " attend une liste de gpkg, csv, geojson et dxf, pas « " + mot + " »";
+    if (virgule == std::string::npos) return {};
+    debut = virgule + 1;
+  }
+}
 
 const Option* ParNomLong(std::string_view nom) {
   for (const Option& o : kOptions) {
@@ -77,6 +99,15 @@ std::string Appliquer(const Option& o, const std::string& valeur, OptionsLot& r)
       if (valeur.empty()) return nom + " attend un fichier, ou - pour la sortie standard";
       r.rapportJson = valeur;
       break;
+    case Cle::Exporter: return LireExports(nom, valeur, r.exports);
+    case Cle::Srs: {
+      const std::string_view code = std::string_view(valeur).substr(valeur.starts_with("EPSG:") ? 5 : valeur.size());
+      const auto [fin, err] = std::from_chars(code.data(), code.data() + code.size(), r.epsg);
+      if (code.empty() || err != std::errc() || fin != code.data() + code.size() || r.epsg < 1) {
+        return nom + " attend EPSG:CODE, pas « " + valeur + " »";
+      }
+      break;
+    }
     case Cle::Fils: {
       unsigned n = 0;
       const auto [fin, err] = std::from_chars(valeur.data(), valeur.data() + valeur.size(), n);
@@ -181,6 +212,11 @@ Options :
                           par cœur)
       --json=FICHIER      rapport JSON dans FICHIER ; "-" : sur la sortie
                           standard, au lieu du rapport en texte
+      --exporter=LISTE    exporter aussi les points convertis et rejetés, à
+                          côté de la cible : gpkg, csv, geojson, dxf (une
+                          liste séparée par des virgules)
+      --srs=EPSG:CODE     le système de coordonnées des exports (sinon deviné
+                          de l'étendue des points : EPSG:2056 ou EPSG:21781)
   -h, --aide, --help      ce texte
   -V, --version           la version
 

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "export/writers.h"
+
 namespace quillon::lot {
 
 // Threads at most: each file under way holds two temporary files (target
@@ -26,6 +28,8 @@ struct OptionsLot {
   bool verification = false;  // readers and writers, log and counts, no target
   unsigned fils = 0;          // 0: as many as the machine has cores
   std::optional<std::string> rapportJson;  // "-": on standard output
+  std::vector<FormatExport> exports;       // the exports of each file, beside its target
+  int epsg = 0;                            // their system; 0: guessed from the points
   bool aide = false;
   bool version = false;
 };

@@ -29,6 +29,8 @@ struct ResultatFichier {
   int64_t erreursLecture = 0;
   int64_t erreursEcriture = 0;
   std::optional<Echec> echec;  // why it failed
+  bool exporte = false;        // its exports are written
+  int epsg = 0;                // their system, 0 when none could be told
 };
 
 // Converts one file as the console would, with the batch's options; in

@@ -30,6 +30,7 @@ struct FichierLot {
   std::string source;
   std::string cible;
   std::string log;
+  std::vector<std::string> exports;  // the files of its exports, if asked for
   Conversion conversion = Conversion::ValEnPrecFiab;
   // Why the file is not tried at all.
   std::optional<Echec> empechement;
