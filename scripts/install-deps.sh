@@ -4,7 +4,9 @@
 #   scripts/install-deps.sh          build and test tools, Qt, GoogleTest
 #   scripts/install-deps.sh fuzz     clang and its fuzzing runtime as well
 #   scripts/install-deps.sh windows  mingw-w64, GoogleTest's sources and wine
-#                                    as well, for the Windows build's tests
+#                                    as well, for the Windows build's tests,
+#                                    and Debian's source of SQLite, which the
+#                                    Windows build compiles for its GeoPackages
 #   scripts/install-deps.sh package  the packaging tools as well: CPack's
 #                                    dpkg-shlibdeps, lintian, the desktop and
 #                                    AppStream validators, makensis, zip
@@ -12,11 +14,14 @@ set -eu
 
 # scdoc turns the manual pages into roff; man-db's man and lexgrog check them.
 # chromium loads the check reports in the tests, headless; attr and acl:
-# setfattr and setfacl, for the tests of what a replaced file keeps.
+# setfattr and setfacl, for the tests of what a replaced file keeps. SQLite
+# writes the GeoPackage exports; GDAL's ogrinfo and the sqlite3 shell read
+# them back in the tests.
 paquets="g++ make cmake libgtest-dev libgmock-dev qt6-base-dev nlohmann-json3-dev locales scdoc man-db chromium attr acl"
+paquets="$paquets libsqlite3-dev gdal-bin sqlite3"
 case "${1:-}" in
   fuzz) paquets="$paquets clang libclang-rt-14-dev" ;;
-  windows) paquets="$paquets g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix googletest wine wine64 xvfb xdotool" ;;
+  windows) paquets="$paquets g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix googletest wine wine64 xvfb xdotool dpkg-dev tcl" ;;
   package) paquets="$paquets dpkg-dev file lintian desktop-file-utils appstream nsis zip unzip binutils" ;;
 esac
 
@@ -43,4 +48,17 @@ if ! locale -a 2>/dev/null | grep -qi '^fr_FR\.utf-\?8$'; then
     grep -q '^fr_FR.UTF-8 UTF-8' /etc/locale.gen || echo 'fr_FR.UTF-8 UTF-8' | $sudo tee -a /etc/locale.gen >/dev/null
     $sudo locale-gen >/dev/null
   fi
+fi
+
+# The Windows build compiles SQLite from Debian's own source package, kept
+# in /usr/src/quillon-sqlite3 (the folder cmake/sqlite-mingw.cmake looks in).
+if [ "${1:-}" = windows ] && ! ls /usr/src/quillon-sqlite3/sqlite3-*/src/sqlite.h.in >/dev/null 2>&1; then
+  if ! apt-cache showsrc sqlite3 >/dev/null 2>&1; then
+    echo "install-deps: adding Debian's source entries"
+    printf 'Types: deb-src\nURIs: http://deb.debian.org/debian\nSuites: bookworm bookworm-updates\nComponents: main\nSigned-By: /usr/share/keyrings/debian-archive-keyring.gpg\n\nTypes: deb-src\nURIs: http://deb.debian.org/debian-security\nSuites: bookworm-security\nComponents: main\nSigned-By: /usr/share/keyrings/debian-archive-keyring.gpg\n' |
+      $sudo tee /etc/apt/sources.list.d/quillon-sources.sources >/dev/null
+    $sudo apt-get update -qq
+  fi
+  $sudo mkdir -p /usr/src/quillon-sqlite3
+  (cd /usr/src/quillon-sqlite3 && $sudo apt-get source -qq sqlite3)
 fi

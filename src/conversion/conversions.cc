@@ -150,44 +150,72 @@ bool Executer(ReglagesExecution& reglages, std::string_view titre, Etape etape) 
   return run.Terminer();
 }
 
-}  // namespace
-
-bool ConvertirPtPrecFiabEnPtVal(ReglagesExecution& reglages) {
-  return Executer(reglages, "Traduction de fichier de point de Prec/Fiab en Valeur",
-                  [](std::string_view ligne, Point& point, LigneCible& cible, Journal& journal) {
-                    return LireLignePtPrecFiab(ligne, point, journal) &&
-                           EcrireLignePtVal(ligne, false, point, cible, journal);
-                  });
+// The steps of the four runs.
+bool EtapePrecFiabEnVal(std::string_view ligne, Point& point, LigneCible& cible, Journal& journal,
+                        const OptionsConversion&) {
+  return LireLignePtPrecFiab(ligne, point, journal) && EcrireLignePtVal(ligne, false, point, cible, journal);
 }
 
-bool ConvertirPtValEnPtPrecFiab(ReglagesExecution& reglages, int16_t classeEchelle, int32_t groupeTheme) {
-  return Executer(reglages, "Traduction de fichier de point de Valeur en Prec/Fiab",
-                  [=](std::string_view ligne, Point& point, LigneCible& cible, Journal& journal) {
-                    return LireLignePtVal(ligne, point, journal) &&
-                           EcrireLignePtPrecFiab(ligne, point, classeEchelle, groupeTheme, cible, journal);
-                  });
+bool EtapeValEnPrecFiab(std::string_view ligne, Point& point, LigneCible& cible, Journal& journal,
+                        const OptionsConversion& o) {
+  return LireLignePtVal(ligne, point, journal) &&
+         EcrireLignePtPrecFiab(ligne, point, o.classeEchelle, o.groupeTheme, cible, journal);
 }
 
-bool ConvertirPtDCEnPtVal(ReglagesExecution& reglages, int32_t groupeTheme) {
-  return Executer(reglages, "Traduction de fichier de point de DC en Valeur",
-                  [=](std::string_view ligne, Point& point, LigneCible& cible, Journal& journal) {
-                    return LireLignePtDC(ligne, groupeTheme, point, journal) &&
-                           EcrireLignePtVal(ligne, true, point, cible, journal);
-                  });
+bool EtapeDCEnVal(std::string_view ligne, Point& point, LigneCible& cible, Journal& journal,
+                  const OptionsConversion& o) {
+  return LireLignePtDC(ligne, o.groupeTheme, point, journal) && EcrireLignePtVal(ligne, true, point, cible, journal);
 }
 
 // Only the themes of the MD01 model go to the writer; the others are
 // counted as skipped, and leave nothing in the log.
-bool ConvertirPtPrecFiabEnPtMD01(ReglagesExecution& reglages) {
-  return Executer(reglages, "Traduction de fichier de point de Prec/Fiab en MD01",
-                  [](std::string_view ligne, Point& point, LigneCible& cible, Journal& journal) {
-                    if (!LireLignePtPrecFiab(ligne, point, journal)) return false;
-                    if (!EstThemeMD01(point.Theme)) {
-                      journal.CompterLigneIgnoree();
-                      return false;
-                    }
-                    return EcrireLignePtMD01(ligne, point, cible, journal);
+bool EtapePrecFiabEnMD01(std::string_view ligne, Point& point, LigneCible& cible, Journal& journal,
+                         const OptionsConversion&) {
+  if (!LireLignePtPrecFiab(ligne, point, journal)) return false;
+  if (!EstThemeMD01(point.Theme)) {
+    journal.CompterLigneIgnoree();
+    return false;
+  }
+  return EcrireLignePtMD01(ligne, point, cible, journal);
+}
+
+// A run of one step with its options (a template: the step is called
+// directly, inlined where the compiler sees fit).
+template <EtapeLigne etape>
+bool ExecuterEtape(ReglagesExecution& reglages, std::string_view titre, const OptionsConversion& options) {
+  return Executer(reglages, titre,
+                  [options](std::string_view ligne, Point& point, LigneCible& cible, Journal& journal) {
+                    return etape(ligne, point, cible, journal, options);
                   });
+}
+
+}  // namespace
+
+EtapeLigne EtapeDe(Conversion conversion) {
+  switch (conversion) {
+    case Conversion::ValEnPrecFiab: return EtapeValEnPrecFiab;
+    case Conversion::PrecFiabEnVal: return EtapePrecFiabEnVal;
+    case Conversion::PrecFiabEnMD01: return EtapePrecFiabEnMD01;
+    case Conversion::DCEnVal: return EtapeDCEnVal;
+  }
+  return EtapeValEnPrecFiab;
+}
+
+bool ConvertirPtPrecFiabEnPtVal(ReglagesExecution& reglages) {
+  return ExecuterEtape<EtapePrecFiabEnVal>(reglages, "Traduction de fichier de point de Prec/Fiab en Valeur", {});
+}
+
+bool ConvertirPtValEnPtPrecFiab(ReglagesExecution& reglages, int16_t classeEchelle, int32_t groupeTheme) {
+  return ExecuterEtape<EtapeValEnPrecFiab>(reglages, "Traduction de fichier de point de Valeur en Prec/Fiab",
+                                           {classeEchelle, groupeTheme});
+}
+
+bool ConvertirPtDCEnPtVal(ReglagesExecution& reglages, int32_t groupeTheme) {
+  return ExecuterEtape<EtapeDCEnVal>(reglages, "Traduction de fichier de point de DC en Valeur", {0, groupeTheme});
+}
+
+bool ConvertirPtPrecFiabEnPtMD01(ReglagesExecution& reglages) {
+  return ExecuterEtape<EtapePrecFiabEnMD01>(reglages, "Traduction de fichier de point de Prec/Fiab en MD01", {});
 }
 
 const char* NomConversion(Conversion conversion) {

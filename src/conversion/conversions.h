@@ -9,8 +9,11 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include "conversion/run_settings.h"
+#include "formats/target_line.h"
+#include "model/point.h"
 
 namespace quillon {
 
@@ -33,6 +36,15 @@ struct OptionsConversion {
 // The one entry point of the front ends: runs `conversion` with the run
 // settings as they are, and returns as the run below does.
 bool Convertir(ReglagesExecution& reglages, Conversion conversion, const OptionsConversion& options);
+
+// One line through a conversion's reader and writer, without a run: reads
+// `ligne` into `point` and builds its target line in `cible`, the messages
+// going to `journal`; true when the line converts. The runs above go
+// through the same steps; a pass over a source that writes something else
+// than the target (the exports) calls them itself, line by line.
+using EtapeLigne = bool (*)(std::string_view ligne, Point& point, LigneCible& cible, Journal& journal,
+                            const OptionsConversion& options);
+EtapeLigne EtapeDe(Conversion conversion);
 
 bool ConvertirPtPrecFiabEnPtVal(ReglagesExecution& reglages);
 bool ConvertirPtValEnPtPrecFiab(ReglagesExecution& reglages, int16_t classeEchelle, int32_t groupeTheme);

@@ -385,6 +385,15 @@ class SystemeFichiersPosix : public SystemeFichiers {
 
 }  // namespace
 
+bool PlacerFichier(const std::string& temporaire, const std::string& final) {
+  const int fd = ::open(temporaire.c_str(), O_RDWR | O_CLOEXEC);
+  if (fd < 0) return false;
+  const bool ecrit = ::fsync(fd) == 0;
+  if (::close(fd) != 0 || !ecrit || ::rename(temporaire.c_str(), final.c_str()) != 0) return false;
+  DossierModifie(Dossier(final));
+  return true;
+}
+
 void GrouperSynchronisationsDossiers() {
   std::lock_guard<std::mutex> verrou(enAttente.mutex);
   enAttente.groupes = true;

@@ -219,6 +219,15 @@ void SupprimerFichier(const char* chemin) { ::DeleteFileW(Large(chemin).c_str())
 void GrouperSynchronisationsDossiers() {}
 void SynchroniserDossiers() {}
 
+bool PlacerFichier(const std::string& temporaire, const std::string& final) {
+  const std::wstring source = Large(temporaire);
+  const HANDLE fichier = ::CreateFileW(source.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+  if (fichier == INVALID_HANDLE_VALUE) return false;
+  const bool ecrit = ::FlushFileBuffers(fichier);
+  return ::CloseHandle(fichier) && ecrit &&
+         ::MoveFileExW(source.c_str(), Large(final).c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+}
+
 SystemeFichiers& SystemeFichiersReel() {
   static SystemeFichiersWin32 systeme;
   return systeme;

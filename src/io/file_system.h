@@ -63,6 +63,11 @@ SystemeFichiers& SystemeFichiersReel();
 void GrouperSynchronisationsDossiers();
 void SynchroniserDossiers();
 
+// Puts a complete file that another writer made (a database, say) in place:
+// `temporaire`, beside `final`, is synced to the disk and renamed over it.
+// False when that failed; `temporaire` is then left to the caller.
+bool PlacerFichier(const std::string& temporaire, const std::string& final);
+
 // Removes one file by its name, quietly; safe inside a signal handler (a
 // pending temporary file on an interruption).
 void SupprimerFichier(const char* chemin);

@@ -28,6 +28,12 @@ std::string RapportJson(const std::vector<FichierLot>& fichiers, const std::vect
     };
     if (r.echec) objet["message"] = Cp1252VersUtf8(TexteEchec(*r.echec));
     if (r.controles) objet["controles"] = JsonControles(*r.controles);
+    if (r.exporte) {
+      json exports = json::array();
+      for (const std::string& e : f.exports) exports.push_back(NomEnUtf8(e));
+      objet["exports"] = std::move(exports);
+      objet["srs"] = r.epsg != 0 ? json("EPSG:" + std::to_string(r.epsg)) : json(nullptr);
+    }
     liste.push_back(std::move(objet));
   }
   const Totaux t = Additionner(resultats);

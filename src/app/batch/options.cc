@@ -1,5 +1,6 @@
 #include "app/batch/options.h"
 
+#include <algorithm>
 #include <charconv>
 #include <string_view>
 
@@ -8,7 +9,9 @@
 namespace quillon::lot {
 namespace {
 
-enum class Cle { Recursif, PtpEn, Echelle, Theme, Sortie, Cible, Verifier, Fils, Json, Rapport, Tolerance, Aide, Version };
+enum class Cle {
+  Recursif, PtpEn, Echelle, Theme, Sortie, Cible, Verifier, Fils, Json, Rapport, Tolerance, Aide, Version, Exporter, Srs
+};
 
 struct Option {
   const char* longue;
@@ -25,7 +28,28 @@ constexpr Option kOptions[] = {
     {"json", 0, true, Cle::Json},            {"rapport", 0, true, Cle::Rapport},
     {"tolerance", 0, true, Cle::Tolerance},  {"aide", 'h', false, Cle::Aide},
     {"help", 0, false, Cle::Aide},           {"version", 'V', false, Cle::Version},
+    {"exporter", 0, true, Cle::Exporter},    {"srs", 0, true, Cle::Srs},
 };
+
+// --exporter's list, "gpkg,csv": each format once, in the order given.
+std::string LireExports(const std::string& nom, const std::string& liste, std::vector<FormatExport>& formats) {
+  formats.clear();
+  std::size_t debut = 0;
+  for (;;) {
+    const std::size_t virgule = liste.find(',', debut);
+    const std::string mot = liste.substr(debut, virgule == std::string::npos ? std::string::npos : virgule - debut);
+    bool connu = false;
+    for (FormatExport f : {FormatExport::GeoPackage, FormatExport::Csv, FormatExport::GeoJson, FormatExport::Dxf}) {
+      if (mot != MotFormat(f)) continue;
+      connu = true;
+      if (!FormatDisponible(f)) return "cette version de quillon-lot ne sait pas écrire de GeoPackage (" + mot + ")";
+      if (std::find(formats.begin(), formats.end(), f) == formats.end()) formats.push_back(f);
+    }
+    if (!connu) return nom + " attend une liste de gpkg, csv, geojson et dxf, pas « " + mot + " »";
+    if (virgule == std::string::npos) return {};
+    debut = virgule + 1;
+  }
+}
 
 const Option* ParNomLong(std::string_view nom) {
   for (const Option& o : kOptions) {
@@ -89,6 +113,15 @@ std::string Appliquer(const Option& o, const std::string& valeur, OptionsLot& r)
         return nom + " attend une distance en mètres de 0 à 1000, pas « " + valeur + " »";
       }
       r.tolerance = metres;
+      break;
+    }
+    case Cle::Exporter: return LireExports(nom, valeur, r.exports);
+    case Cle::Srs: {
+      const std::string_view code = std::string_view(valeur).substr(valeur.starts_with("EPSG:") ? 5 : valeur.size());
+      const auto [fin, err] = std::from_chars(code.data(), code.data() + code.size(), r.epsg);
+      if (code.empty() || err != std::errc() || fin != code.data() + code.size() || r.epsg < 1) {
+        return nom + " attend EPSG:CODE, pas « " + valeur + " »";
+      }
       break;
     }
     case Cle::Fils: {
@@ -199,6 +232,11 @@ Options :
                           DOSSIER, et DOSSIER/index.html
       --tolerance=METRES  distance sous laquelle deux points différents
                           sont signalés comme proches (0.01 par défaut)
+      --exporter=LISTE    exporter aussi les points convertis et rejetés, à
+                          côté de la cible : gpkg, csv, geojson, dxf (une
+                          liste séparée par des virgules)
+      --srs=EPSG:CODE     le système de coordonnées des exports (sinon deviné
+                          de l'étendue des points : EPSG:2056 ou EPSG:21781)
   -h, --aide, --help      ce texte
   -V, --version           la version
 

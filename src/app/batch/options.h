@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "export/writers.h"
+
 namespace quillon::lot {
 
 // Threads at most: each file under way holds two temporary files (target
@@ -28,6 +30,8 @@ struct OptionsLot {
   std::optional<std::string> rapportJson;  // "-": on standard output
   std::string dossierRapport;  // empty: no check report
   double tolerance = 0.01;     // metres: closer points of different identity are reported
+  std::vector<FormatExport> exports;       // the exports of each file, beside its target
+  int epsg = 0;                            // their system; 0: guessed from the points
   bool aide = false;
   bool version = false;
 };

@@ -4,6 +4,7 @@
 
 #include "app/batch/platform.h"
 #include "conversion/conversions.h"
+#include "export/exports.h"
 #include "io/locale.h"
 #include "model/point.h"
 #include "report/html.h"
@@ -65,6 +66,30 @@ std::string TexteOptions(const OptionsLot& options, Conversion conversion, int32
 void CreerDossierDe(const std::string& chemin) {
   std::error_code ec;
   std::filesystem::create_directories(CheminNatif(chemin).parent_path(), ec);
+}
+
+// The exports of a converted file, from a pass of their own over the
+// source; a failed one makes the file fail, and leaves no export behind.
+void Exporter(const FichierLot& fichier, const OptionsLot& options, const OptionsConversion& conversion,
+              const std::atomic<bool>* arret, ResultatFichier& r) {
+  DemandeExport demande;
+  demande.source = fichier.source;
+  demande.conversion = fichier.conversion;
+  demande.options = conversion;
+  demande.base = fichier.exports.front().substr(0, fichier.exports.front().find_last_of('.'));
+  demande.formats = options.exports;
+  demande.epsg = options.epsg;
+  demande.arret = arret;
+  const BilanExport bilan = quillon::Exporter(demande);
+  if (bilan.complet) {
+    r.exporte = true;
+    r.epsg = bilan.epsg;
+  } else if (bilan.interrompu) {
+    r.issue = Issue::Interrompu;
+  } else {
+    r.issue = Issue::Echec;
+    r.echec = Echec{Echec::Raison::Run, bilan.erreur, {}};
+  }
 }
 
 }  // namespace
@@ -154,6 +179,7 @@ ResultatFichier ConvertirFichier(const FichierLot& fichier, const OptionsLot& op
       r.rapportEcrit = EcrireFichierEntier(fichier.rapport, RapportHtml(entete, collecte, *controles));
     }
   }
+  if (complete && !options.exports.empty()) Exporter(fichier, options, {options.classeEchelle, groupe}, arret, r);
   return r;
 }
 

@@ -34,6 +34,8 @@ struct ResultatFichier {
   // With --rapport or --json, for a completed run.
   std::shared_ptr<const Controles> controles;
   bool rapportEcrit = false;  // its check report, with --rapport
+  bool exporte = false;        // its exports are written
+  int epsg = 0;                // their system, 0 when none could be told
 };
 
 // Writes a whole file, replacing it only once written, as the targets are:

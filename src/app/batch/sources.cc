@@ -132,18 +132,20 @@ void EcarterConflits(std::vector<FichierLot>& fichiers, bool verification) {
   for (FichierLot& f : fichiers) {
     if (f.empechement) continue;
     const std::string source = Cle(f.source);
-    for (const std::string* ecrit : {verification ? nullptr : &f.cible, &f.log}) {
-      if (ecrit == nullptr) continue;
-      const std::string cle = Cle(*ecrit);
-      if (cle == source) continue;  // the run itself refuses it
-      if (ecrits[cle] || sources.contains(cle)) {
-        f.empechement = Deja(*ecrit);
-        break;
-      }
+    std::vector<const std::string*> propres = {verification ? nullptr : &f.cible, &f.log};
+    for (const std::string& e : f.exports) propres.push_back(&e);
+    for (std::size_t k = 0; k < propres.size() && !f.empechement; ++k) {
+      if (propres[k] == nullptr) continue;
+      const std::string cle = Cle(*propres[k]);
+      if (cle == source && k < 2) continue;  // the run itself refuses it
+      // An export is never a source, nor the target or log of its own file.
+      const bool propre = k >= 2 && (cle == source || cle == Cle(f.cible) || cle == Cle(f.log));
+      if (propre || ecrits[cle] || sources.contains(cle)) f.empechement = Deja(*propres[k]);
     }
     if (f.empechement) continue;
-    if (!verification) ecrits[Cle(f.cible)] = true;
-    ecrits[Cle(f.log)] = true;
+    for (const std::string* ecrit : propres) {
+      if (ecrit != nullptr) ecrits[Cle(*ecrit)] = true;
+    }
   }
 }
 
@@ -230,6 +232,17 @@ ListeLot ListerFichiers(const OptionsLot& options) {
       return liste;
     }
     liste.fichiers[0].cible = options.cible;
+  }
+  for (FichierLot& f : liste.fichiers) {
+    if (f.cible.empty()) continue;
+    const std::size_t point = f.cible.find_last_of('.');
+    const std::size_t barre = f.cible.find_last_of("/\\");
+    const std::string base = point != std::string::npos && (barre == std::string::npos || point > barre)
+                                 ? f.cible.substr(0, point)
+                                 : f.cible;
+    for (FormatExport format : options.exports) {
+      for (std::string& e : FichiersExport(format, base)) f.exports.push_back(std::move(e));
+    }
   }
   EcarterConflits(liste.fichiers, options.verification);
   return liste;

@@ -31,6 +31,7 @@ struct FichierLot {
   std::string cible;
   std::string log;
   std::string rapport;  // the check report, with --rapport
+  std::vector<std::string> exports;  // the files of its exports, if asked for
   Conversion conversion = Conversion::ValEnPrecFiab;
   // Why the file is not tried at all.
   std::optional<Echec> empechement;

@@ -120,6 +120,11 @@ int Principal(int argc, char** argv) {
   Avancement avancement(ErreurEstTerminal(), liste.fichiers.size());
   SuiviLot suivi;
   suivi.fichierTermine = [&](std::size_t i, const ResultatFichier& r) {
+    if (r.exporte && r.epsg == 0) {
+      avancement.Effacer();
+      EcrireErreur("quillon-lot : " + liste.fichiers[i].source +
+                   Utf8VersCp1252(" : système de coordonnées inconnu, exports sans système (--srs=EPSG:CODE)\n"));
+    }
     if (jsonSeul) return;
     avancement.Effacer();
     EcrireConsole(LigneFichier(liste.fichiers[i], r) + std::string(FinLigne()));

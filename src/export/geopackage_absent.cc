@@ -1,0 +1,10 @@
+// A build without SQLite: no GeoPackage (the other formats are there).
+#include "export/writers.h"
+
+namespace quillon {
+
+bool GeoPackageDisponible() { return false; }
+
+std::unique_ptr<EcrivainExport> EcrivainGeoPackage(const std::string&) { return nullptr; }
+
+}  // namespace quillon

@@ -1,0 +1,257 @@
+// GeoPackage 1.3, written with SQLite: the system rows, the contents with
+// their extents, the geometry columns, one table per layer with standard
+// geometry blobs (envelope included) and an R-tree index each, filled as
+// the rows go in; the index's triggers are created once the rows are in.
+//
+// The database is written under a temporary name beside the final one,
+// without a rollback journal (a failed export is thrown away whole), then
+// closed, synced and renamed over the final name.
+#include <sqlite3.h>
+
+#include <bit>
+#include <cstring>
+
+#include "export/writers.h"
+#include "io/temporary_files.h"
+
+namespace quillon {
+namespace {
+
+static_assert(std::endian::native == std::endian::little, "the geometry blobs are written little-endian");
+
+constexpr const char* kSchema = R"(
+PRAGMA application_id = 1196444487;
+PRAGMA user_version = 10300;
+PRAGMA journal_mode = OFF;
+PRAGMA synchronous = OFF;
+CREATE TABLE gpkg_spatial_ref_sys (srs_name TEXT NOT NULL, srs_id INTEGER PRIMARY KEY,
+  organization TEXT NOT NULL, organization_coordsys_id INTEGER NOT NULL, definition TEXT NOT NULL,
+  description TEXT);
+INSERT INTO gpkg_spatial_ref_sys VALUES
+  ('Undefined cartesian SRS', -1, 'NONE', -1, 'undefined', 'undefined cartesian coordinate reference system'),
+  ('Undefined geographic SRS', 0, 'NONE', 0, 'undefined', 'undefined geographic coordinate reference system'),
+  ('WGS 84 geodetic', 4326, 'EPSG', 4326, 'GEOGCS["WGS 84",DATUM["WGS_1984",SPHEROID["WGS 84",6378137,298.257223563,AUTHORITY["EPSG","7030"]],AUTHORITY["EPSG","6326"]],PRIMEM["Greenwich",0,AUTHORITY["EPSG","8901"]],UNIT["degree",0.0174532925199433,AUTHORITY["EPSG","9122"]],AXIS["Latitude",NORTH],AXIS["Longitude",EAST],AUTHORITY["EPSG","4326"]]',
+   'longitude/latitude coordinates in decimal degrees on the WGS 84 spheroid');
+CREATE TABLE gpkg_contents (table_name TEXT NOT NULL PRIMARY KEY, data_type TEXT NOT NULL,
+  identifier TEXT UNIQUE, description TEXT DEFAULT '',
+  last_change DATETIME NOT NULL DEFAULT (strftime('%Y-%m-%dT%H:%M:%fZ','now')),
+  min_x DOUBLE, min_y DOUBLE, max_x DOUBLE, max_y DOUBLE, srs_id INTEGER,
+  CONSTRAINT fk_gc_r_srs_id FOREIGN KEY (srs_id) REFERENCES gpkg_spatial_ref_sys(srs_id));
+CREATE TABLE gpkg_geometry_columns (table_name TEXT NOT NULL, column_name TEXT NOT NULL,
+  geometry_type_name TEXT NOT NULL, srs_id INTEGER NOT NULL, z TINYINT NOT NULL, m TINYINT NOT NULL,
+  CONSTRAINT pk_geom_cols PRIMARY KEY (table_name, column_name),
+  CONSTRAINT uk_gc_table_name UNIQUE (table_name),
+  CONSTRAINT fk_gc_tn FOREIGN KEY (table_name) REFERENCES gpkg_contents(table_name),
+  CONSTRAINT fk_gc_srs FOREIGN KEY (srs_id) REFERENCES gpkg_spatial_ref_sys (srs_id));
+CREATE TABLE gpkg_extensions (table_name TEXT, column_name TEXT, extension_name TEXT NOT NULL,
+  definition TEXT NOT NULL, scope TEXT NOT NULL,
+  CONSTRAINT ge_tce UNIQUE (table_name, column_name, extension_name));
+)";
+
+// The triggers that keep a layer's R-tree in step with its table.
+std::string Declencheurs(const std::string& t) {
+  const std::string r = "\"rtree_" + t + "_geom\"";
+  const std::string q = "\"" + t + "\"";
+  const std::string boite = " VALUES (NEW.fid, ST_MinX(NEW.geom), ST_MaxX(NEW.geom), ST_MinY(NEW.geom), "
+                            "ST_MaxY(NEW.geom)); END;\n";
+  return "CREATE TRIGGER \"rtree_" + t + "_geom_insert\" AFTER INSERT ON " + q +
+         " WHEN (new.geom NOT NULL AND NOT ST_IsEmpty(NEW.geom)) BEGIN INSERT OR REPLACE INTO " + r + boite +
+         "CREATE TRIGGER \"rtree_" + t + "_geom_update1\" AFTER UPDATE OF geom ON " + q +
+         " WHEN OLD.fid = NEW.fid AND (NEW.geom NOTNULL AND NOT ST_IsEmpty(NEW.geom)) BEGIN INSERT OR REPLACE INTO " +
+         r + boite + "CREATE TRIGGER \"rtree_" + t + "_geom_update2\" AFTER UPDATE OF geom ON " + q +
+         " WHEN OLD.fid = NEW.fid AND (NEW.geom ISNULL OR ST_IsEmpty(NEW.geom)) BEGIN DELETE FROM " + r +
+         " WHERE id = OLD.fid; END;\n" + "CREATE TRIGGER \"rtree_" + t + "_geom_update3\" AFTER UPDATE ON " + q +
+         " WHEN OLD.fid != NEW.fid AND (NEW.geom NOTNULL AND NOT ST_IsEmpty(NEW.geom)) BEGIN DELETE FROM " + r +
+         " WHERE id = OLD.fid; INSERT OR REPLACE INTO " + r + boite + "CREATE TRIGGER \"rtree_" + t +
+         "_geom_update4\" AFTER UPDATE ON " + q +
+         " WHEN OLD.fid != NEW.fid AND (NEW.geom ISNULL OR ST_IsEmpty(NEW.geom)) BEGIN DELETE FROM " + r +
+         " WHERE id IN (OLD.fid, NEW.fid); END;\n" + "CREATE TRIGGER \"rtree_" + t + "_geom_delete\" AFTER DELETE ON " +
+         q + " WHEN old.geom NOT NULL BEGIN DELETE FROM " + r + " WHERE id = OLD.fid; END;\n";
+}
+
+// A point's standard geometry blob: the header ("GP", version 0, flags for
+// little-endian with an xy envelope, the system), the envelope, then the
+// point in well-known binary.
+struct BlobPoint {
+  unsigned char octets[8 + 32 + 21];
+
+  void Remplir(int32_t srs, double y, double x) {
+    unsigned char* p = octets;
+    *p++ = 'G';
+    *p++ = 'P';
+    *p++ = 0;
+    *p++ = 0x03;
+    std::memcpy(p, &srs, 4), p += 4;
+    for (double v : {y, y, x, x}) std::memcpy(p, &v, 8), p += 8;
+    const uint32_t typePoint = 1;
+    *p++ = 1;
+    std::memcpy(p, &typePoint, 4), p += 4;
+    std::memcpy(p, &y, 8), p += 8;
+    std::memcpy(p, &x, 8);
+  }
+};
+
+struct Emprise {
+  bool vide = true;
+  double yMin = 0, yMax = 0, xMin = 0, xMax = 0;
+  void Ajouter(double y, double x) {
+    if (vide || y < yMin) yMin = y;
+    if (vide || y > yMax) yMax = y;
+    if (vide || x < xMin) xMin = x;
+    if (vide || x > xMax) xMax = x;
+    vide = false;
+  }
+};
+
+class GeoPackage : public EcrivainExport {
+ public:
+  explicit GeoPackage(const std::string& base) : final_(base + ".gpkg") {}
+  ~GeoPackage() override { Abandonner(); }
+
+  bool Commencer(const EnteteExport& entete) override {
+    for (uint64_t essai = 0; essai < 100 && !temporaire_; ++essai) {
+      std::string nom = NomTemporaire(final_, essai);
+      if (!SystemeFichiersReel().OuvrirLecture(nom)) temporaire_ = std::make_unique<Temporaire>(std::move(nom));
+    }
+    if (!temporaire_ || sqlite3_open_v2(temporaire_->Chemin().c_str(), &base_,
+                                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr) != SQLITE_OK) {
+      return Echouer(final_, RaisonFatale::Creation);
+    }
+    srs_ = entete.epsg != 0 ? entete.epsg : -1;
+    std::string sql = kSchema;
+    if (entete.epsg != 0 && entete.epsg != 4326) {
+      const std::string_view definition = DefinitionSysteme(entete.epsg);
+      const std::string code = TexteEntier(entete.epsg);
+      sql += "INSERT INTO gpkg_spatial_ref_sys VALUES ('EPSG:" + code + "', " + code + ", 'EPSG', " + code + ", '" +
+             (definition.empty() ? std::string("undefined") : std::string(definition)) + "', NULL);\n";
+    }
+    for (Couche couche : {Couche::Points, Couche::Rejets}) {
+      const std::string t = NomCouche(couche);
+      sql += "CREATE TABLE \"" + t + "\" (fid INTEGER PRIMARY KEY AUTOINCREMENT NOT NULL, geom POINT";
+      for (const Colonne& c : ColonnesDe(couche)) {
+        sql += std::string(", \"") + c.nom + "\" " +
+               (c.type == TypeChamp::Entier ? "INTEGER" : c.type == TypeChamp::Reel ? "REAL" : "TEXT");
+      }
+      sql += ");\nINSERT INTO gpkg_contents (table_name, data_type, identifier, srs_id) VALUES ('" + t +
+             "', 'features', '" + t + "', " + TexteEntier(srs_) + ");\n" +
+             "INSERT INTO gpkg_geometry_columns VALUES ('" + t + "', 'geom', 'POINT', " + TexteEntier(srs_) +
+             ", 0, 0);\nCREATE VIRTUAL TABLE \"rtree_" + t + "_geom\" USING rtree(id, minx, maxx, miny, maxy);\n" +
+             "INSERT INTO gpkg_extensions VALUES ('" + t +
+             "', 'geom', 'gpkg_rtree_index', 'http://www.geopackage.org/spec120/#extension_rtree', 'write-only');\n";
+    }
+    sql += "BEGIN;\n";
+    if (!Executer(sql)) return false;
+    for (Couche couche : {Couche::Points, Couche::Rejets}) {
+      const int i = static_cast<int>(couche);
+      const std::string t = NomCouche(couche);
+      std::string insertion = "INSERT INTO \"" + t + "\" VALUES (NULL, ?";
+      for (std::size_t k = 0; k < ColonnesDe(couche).size(); ++k) insertion += ", ?";
+      insertion += ")";
+      const std::string index = "INSERT INTO \"rtree_" + t + "_geom\" VALUES (?, ?, ?, ?, ?)";
+      if (!Preparer(insertion, insertion_[i]) || !Preparer(index, index_[i])) return false;
+    }
+    return true;
+  }
+
+  bool Ecrire(const Enregistrement& e) override {
+    const int i = static_cast<int>(e.couche);
+    sqlite3_stmt* s = insertion_[i];
+    blob_.Remplir(srs_, e.y, e.x);
+    sqlite3_bind_blob(s, 1, blob_.octets, sizeof blob_.octets, SQLITE_STATIC);
+    const auto colonnes = ColonnesDe(e.couche);
+    for (std::size_t k = 0; k < colonnes.size(); ++k) {
+      const Valeur& v = e.valeurs[k];
+      const int n = static_cast<int>(k) + 2;
+      if (!v.present) {
+        sqlite3_bind_null(s, n);
+      } else if (colonnes[k].type == TypeChamp::Entier) {
+        sqlite3_bind_int64(s, n, v.entier);
+      } else if (colonnes[k].type == TypeChamp::Reel) {
+        sqlite3_bind_double(s, n, v.reel);
+      } else {
+        sqlite3_bind_text(s, n, v.texte.data(), static_cast<int>(v.texte.size()), SQLITE_STATIC);
+      }
+    }
+    if (!Pas(s)) return false;
+    sqlite3_stmt* r = index_[i];
+    sqlite3_bind_int64(r, 1, sqlite3_last_insert_rowid(base_));
+    sqlite3_bind_double(r, 2, e.y);
+    sqlite3_bind_double(r, 3, e.y);
+    sqlite3_bind_double(r, 4, e.x);
+    sqlite3_bind_double(r, 5, e.x);
+    if (!Pas(r)) return false;
+    emprises_[i].Ajouter(e.y, e.x);
+    return true;
+  }
+
+  bool Terminer() override {
+    std::string sql;
+    for (Couche couche : {Couche::Points, Couche::Rejets}) {
+      const Emprise& m = emprises_[static_cast<int>(couche)];
+      const std::string t = NomCouche(couche);
+      if (!m.vide) {
+        sql += "UPDATE gpkg_contents SET min_x = " + TexteReel(m.yMin) + ", min_y = " + TexteReel(m.xMin) +
+               ", max_x = " + TexteReel(m.yMax) + ", max_y = " + TexteReel(m.xMax) + " WHERE table_name = '" + t +
+               "';\n";
+      }
+      sql += Declencheurs(t);
+    }
+    sql += "COMMIT;\n";
+    if (!Executer(sql)) return false;
+    if (!Fermer()) return Echouer(final_, RaisonFatale::Ecriture);
+    if (!PlacerFichier(temporaire_->Chemin(), final_)) return Echouer(final_, RaisonFatale::Ecriture);
+    temporaire_->Garder();
+    temporaire_.reset();
+    return true;
+  }
+
+  void Abandonner() override {
+    Fermer();
+    temporaire_.reset();  // removed
+  }
+
+ private:
+  bool Executer(const std::string& sql) {
+    return sqlite3_exec(base_, sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK ||
+           Echouer(final_, RaisonFatale::Ecriture);
+  }
+
+  bool Preparer(const std::string& sql, sqlite3_stmt*& s) {
+    return sqlite3_prepare_v2(base_, sql.c_str(), -1, &s, nullptr) == SQLITE_OK ||
+           Echouer(final_, RaisonFatale::Ecriture);
+  }
+
+  bool Pas(sqlite3_stmt* s) {
+    const bool ok = sqlite3_step(s) == SQLITE_DONE;
+    sqlite3_reset(s);
+    return ok || Echouer(final_, RaisonFatale::Ecriture);
+  }
+
+  bool Fermer() {
+    for (sqlite3_stmt*& s : insertion_) sqlite3_finalize(s), s = nullptr;
+    for (sqlite3_stmt*& s : index_) sqlite3_finalize(s), s = nullptr;
+    if (base_ == nullptr) return false;
+    const bool ok = sqlite3_close(base_) == SQLITE_OK;
+    base_ = nullptr;
+    return ok;
+  }
+
+  std::string final_;
+  std::unique_ptr<Temporaire> temporaire_;
+  sqlite3* base_ = nullptr;
+  sqlite3_stmt* insertion_[2] = {nullptr, nullptr};
+  sqlite3_stmt* index_[2] = {nullptr, nullptr};
+  int32_t srs_ = -1;
+  BlobPoint blob_;
+  Emprise emprises_[2];
+};
+
+}  // namespace
+
+bool GeoPackageDisponible() { return true; }
+
+std::unique_ptr<EcrivainExport> EcrivainGeoPackage(const std::string& base) {
+  return std::make_unique<GeoPackage>(base);
+}
+
+}  // namespace quillon

@@ -1,0 +1,63 @@
+// What the exports write: two layers of records, each a point geometry and
+// a row of typed fields, the same columns in every format.
+//
+//  points  every converted point, its fields as its target line gives them
+//  rejets  every rejected line whose coordinates could be read: its line
+//          number, what could be read of its identity, the messages of its
+//          rejected fields and the source line
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace quillon {
+
+enum class Couche { Points, Rejets };
+
+// "points", "rejets".
+const char* NomCouche(Couche couche);
+
+enum class TypeChamp { Entier, Reel, Texte };
+
+struct Colonne {
+  const char* nom;
+  TypeChamp type;
+};
+
+std::span<const Colonne> ColonnesDe(Couche couche);
+
+// One field: absent (empty), or its value. Texts are UTF-8.
+struct Valeur {
+  bool present = false;
+  int64_t entier = 0;
+  double reel = 0;
+  std::string texte;
+};
+
+inline constexpr std::size_t kColonnesMax = 17;
+
+// One record. The geometry is the point (Y, X), Y the easting; the altitude,
+// 0 when the point has none, is the Z of the CAD drawing. A record is reused
+// from one line to the next: its texts keep their room.
+struct Enregistrement {
+  Couche couche = Couche::Points;
+  double y = 0;
+  double x = 0;
+  double altitude = 0;
+  int32_t theme = -1;           // -1: unknown (the CAD layer)
+  std::string numero;           // the point number, trimmed, UTF-8
+  std::array<Valeur, kColonnesMax> valeurs;  // in the order of ColonnesDe(couche)
+};
+
+// The shortest decimal text that reads back as `v` ("2600000.125", "0.5",
+// "12"), whatever the locale.
+std::string TexteReel(double v);
+std::string TexteEntier(int64_t v);
+
+// A field's value as text: empty when absent.
+std::string TexteDuChamp(const Valeur& v, TypeChamp type);
+
+}  // namespace quillon
