@@ -30,6 +30,10 @@ struct OptionsLot {
   double tolerance = 0.01;     // metres: closer points of different identity are reported
   bool aide = false;
   bool version = false;
+  // --comparer: the two sources are the old and the new file; --rapport
+  // (dossierRapport) is then the HTML file.
+  bool comparer = false;
+  double toleranceAltitude = 0.01;  // metres
 };
 
 // The options read, or the usage error to show.
