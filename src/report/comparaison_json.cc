@@ -1,3 +1,4 @@
+#include <charconv>
 #include <cmath>
 #include <nlohmann/json.hpp>
 
@@ -10,8 +11,14 @@ namespace {
 
 using json = nlohmann::ordered_json;
 
-// To the millimetre (a tenth of it for a distance), as the text says it.
-double Arrondi(double v, double pas) { return std::round(v / pas) * pas + 0.0; }
+// As the text output says it: to the millimetre, a tenth of it for a
+// distance.
+double Arrondi(double v, int decimales) {
+  const std::string texte = TexteMetres(v, decimales);
+  double arrondi = 0;
+  std::from_chars(texte.data(), texte.data() + texte.size(), arrondi);
+  return arrondi;
+}
 
 json Champs(uint16_t champs) {
   json liste = json::array();
@@ -64,10 +71,10 @@ std::string JsonComparaison(const Comparaison& c, int codeSortie) {
       o["ligne_ancienne"] = a != nullptr ? json(a->ligne) : json(nullptr);
       o["ligne_nouvelle"] = b != nullptr ? json(b->ligne) : json(nullptr);
       if (a != nullptr && b != nullptr) {
-        o["dy"] = Arrondi(b->y - a->y, 1e-3);
-        o["dx"] = Arrondi(b->x - a->x, 1e-3);
-        o["dh"] = a->altitude != 0 && b->altitude != 0 ? json(Arrondi(b->altitude - a->altitude, 1e-3)) : json(nullptr);
-        o["distance"] = Arrondi(std::hypot(b->y - a->y, b->x - a->x), 1e-4);
+        o["dy"] = Arrondi(b->y - a->y, 3);
+        o["dx"] = Arrondi(b->x - a->x, 3);
+        o["dh"] = a->altitude != 0 && b->altitude != 0 ? json(Arrondi(b->altitude - a->altitude, 3)) : json(nullptr);
+        o["distance"] = Arrondi(std::hypot(b->y - a->y, b->x - a->x), 4);
         o["champs"] = Champs(d.champs);
       }
     }

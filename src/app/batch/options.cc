@@ -174,7 +174,6 @@ LectureOptions LireOptions(const std::vector<std::string>& mots) {
 
 const char* TexteUsage() {
   return "usage : quillon-lot [OPTIONS] SOURCE...\n"
-         "        quillon-lot --comparer [OPTIONS] ANCIEN NOUVEAU\n"
          "        quillon-lot --aide   pour les options et les codes de sortie\n";
 }
 
