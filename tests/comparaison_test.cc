@@ -15,7 +15,8 @@ using test::EcrireFichier;
 
 TEST(RapportComparaison, UnFichierQuiNeChargeRien) {
   DossierTemporaire d;
-  const std::string ligne = "01  12  34      100101 1OR 11.  2600123.450 1200456.780  450.120        borne        BO\r\n";
+  const std::string ligne =
+      "01  12  34      100101 1OR 11.  2600123.450 1200456.780  450.120        borne        BO\r\n";
   std::string deplacee = ligne;
   deplacee.replace(32, 11, "2600123.550");
   const std::string ancien = d / "a<b>&'.ptv", nouveau = d / "n.ptv";
@@ -26,7 +27,8 @@ TEST(RapportComparaison, UnFichierQuiNeChargeRien) {
   ASSERT_TRUE(Comparer(ancien, nouveau, {}, c, erreur)) << erreur;
   const std::string html = RapportComparaisonHtml(c, "quillon-lot", "23-Nov-2026, 12:00:00");
 
-  EXPECT_NE(html.find("default-src 'none'; script-src '" + std::string(kHashScriptComparaison) + "'"), std::string::npos);
+  EXPECT_NE(html.find("default-src 'none'; script-src '" + std::string(kHashScriptComparaison) + "'"),
+            std::string::npos);
   EXPECT_EQ(html.find("a<b>"), std::string::npos);
   EXPECT_NE(html.find("a&lt;b&gt;&amp;&#39;.ptv"), std::string::npos);
   EXPECT_EQ(html.find("</script><b>"), std::string::npos);  // the rejected line, escaped

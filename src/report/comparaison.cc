@@ -108,9 +108,15 @@ bool Lire(FichierCompare& f, const ReglagesComparaison& r, bool enPrecisions, in
     ecoute.messages.clear();
     bool lue = false;
     switch (f.sorte) {
-      case SorteFichier::Valeur: lue = LireLignePtVal(ligne, point, journal); break;
-      case SorteFichier::Precision: lue = LireLignePtPrecFiab(ligne, point, journal); break;
-      case SorteFichier::DC: lue = LireLignePtDC(ligne, groupeDC, point, journal); break;
+      case SorteFichier::Valeur:
+        lue = LireLignePtVal(ligne, point, journal);
+        break;
+      case SorteFichier::Precision:
+        lue = LireLignePtPrecFiab(ligne, point, journal);
+        break;
+      case SorteFichier::DC:
+        lue = LireLignePtDC(ligne, groupeDC, point, journal);
+        break;
     }
     if (!lue) {
       f.rejets.push_back({numero, ecoute.messages, std::string(ligne.substr(0, 400))});
@@ -151,9 +157,7 @@ uint32_t Suite(const std::vector<PointCompare>& p, std::size_t i) {
   return static_cast<uint32_t>(j - i);
 }
 
-bool Differents(const char* a, const char* b, std::size_t n) {
-  return RogneFin({a, n}) != RogneFin({b, n});
-}
+bool Differents(const char* a, const char* b, std::size_t n) { return RogneFin({a, n}) != RogneFin({b, n}); }
 
 uint16_t Champs(const PointCompare& a, const PointCompare& b, const ReglagesComparaison& r, uint16_t compares) {
   uint16_t champs = 0;
@@ -195,12 +199,15 @@ uint64_t Rang(const Comparaison& c, const Difference& d) {
   auto ancien = [&](uint32_t i) { return uint64_t{c.ancien.points[i].ligne}; };
   auto nouveau = [&](uint32_t i) { return (uint64_t{1} << 32) | c.nouveau.points[i].ligne; };
   switch (d.categorie) {
-    case Categorie::Nouveau: return nouveau(d.nouveau);
-    case Categorie::Doublon: return d.nombreAncien > 0 ? ancien(d.ancien) : nouveau(d.nouveau);
+    case Categorie::Nouveau:
+      return nouveau(d.nouveau);
+    case Categorie::Doublon:
+      return d.nombreAncien > 0 ? ancien(d.ancien) : nouveau(d.nouveau);
     case Categorie::Rejete:
       return d.ancien != kAucun ? uint64_t{c.ancien.rejets[d.ancien].ligne}
                                 : (uint64_t{1} << 32) | c.nouveau.rejets[d.nouveau].ligne;
-    default: return ancien(d.ancien);
+    default:
+      return ancien(d.ancien);
   }
 }
 
@@ -225,8 +232,8 @@ void Apparier(Comparaison& c) {
       d.ancien = static_cast<uint32_t>(i), d.nouveau = static_cast<uint32_t>(j);
       d.champs = Champs(a[i], b[j], c.reglages, c.champsCompares);
       d.categorie = d.champs & (kChampPosition | kChampAltitude) ? Categorie::Deplace
-                    : d.champs != 0                               ? Categorie::Modifie
-                                                                  : Categorie::Identique;
+                    : d.champs != 0                              ? Categorie::Modifie
+                                                                 : Categorie::Identique;
     }
     i += na, j += nb;
     ++c.totaux[static_cast<std::size_t>(d.categorie)];
@@ -258,17 +265,20 @@ std::optional<SorteFichier> SortePourChemin(std::string_view chemin) {
 
 const char* MotSorte(SorteFichier sorte) {
   switch (sorte) {
-    case SorteFichier::Valeur: return "ptv";
-    case SorteFichier::Precision: return "ptp";
-    case SorteFichier::DC: return "pts";
+    case SorteFichier::Valeur:
+      return "ptv";
+    case SorteFichier::Precision:
+      return "ptp";
+    case SorteFichier::DC:
+      return "pts";
   }
   return "";
 }
 
 std::string NomsChamps(uint16_t champs) {
   static constexpr const char* kNoms[kNombreChamps] = {
-      "position",      "altitude", "nature", "valeur",      "precision-plan", "fiabilite-plan",
-      "precision-alt", "fiabilite-alt", "pfp3", "commentaire", "type"};
+      "position",      "altitude", "nature",      "valeur", "precision-plan", "fiabilite-plan", "precision-alt",
+      "fiabilite-alt", "pfp3",     "commentaire", "type"};
   std::string texte;
   for (int k = 0; k < kNombreChamps; ++k) {
     if ((champs & (1 << k)) == 0) continue;
@@ -279,8 +289,8 @@ std::string NomsChamps(uint16_t champs) {
 }
 
 const char* MotCategorie(Categorie categorie) {
-  static constexpr const char* kMots[kNombreCategories] = {"nouveau", "supprime", "deplace", "modifie",
-                                                            "doublon", "rejete",   "identique"};
+  static constexpr const char* kMots[kNombreCategories] = {"nouveau", "supprime", "deplace",  "modifie",
+                                                           "doublon", "rejete",   "identique"};
   return kMots[static_cast<std::size_t>(categorie)];
 }
 
@@ -373,7 +383,8 @@ std::string TexteComparaison(const Comparaison& c, std::string_view finLigne) {
   }
   s += std::string("champs\t") + NomsChamps(c.champsCompares);
   if (c.valeursEnPrecisions != 0) {
-    s += c.valeursEnPrecisions == 1 ? "\tprecisions de l'ancien par sa valeur" : "\tprecisions du nouveau par sa valeur";
+    s +=
+        c.valeursEnPrecisions == 1 ? "\tprecisions de l'ancien par sa valeur" : "\tprecisions du nouveau par sa valeur";
   }
   s += finLigne;
   return s;

@@ -25,8 +25,8 @@ struct PointCompare {
   float precPlan = 0, precAlt = 0;
   uint32_t ligne = 0;
   int16_t commune = 0, plan = 0, valeur = 0;
-  char numero[12];        // right-aligned in 12, as the writers put it
-  char commentaire[12];   // as read, blank-padded
+  char numero[12];       // right-aligned in 12, as the writers put it
+  char commentaire[12];  // as read, blank-padded
   char type[2];
   uint8_t theme = 0;
   uint16_t nature : 3 = 0, pfp3 : 2 = 0, fiabPlan : 2 = 0, fiabAlt : 2 = 0;
@@ -81,7 +81,7 @@ inline constexpr uint32_t kAucun = UINT32_MAX;
 // number in each file; a rejected line its index in that file's rejects.
 struct Difference {
   Categorie categorie = Categorie::Nouveau;
-  uint16_t champs = 0;          // what differs (Deplace, Modifie)
+  uint16_t champs = 0;  // what differs (Deplace, Modifie)
   uint32_t ancien = kAucun, nouveau = kAucun;
   uint32_t nombreAncien = 0, nombreNouveau = 0;  // Doublon
 };
@@ -100,7 +100,7 @@ struct Comparaison {
   // Which file's value codes were turned into precisions: 0 none, 1 the
   // old, 2 the new.
   int valeursEnPrecisions = 0;
-  int64_t sansPrecision = 0;  // points whose value code the tables lack
+  int64_t sansPrecision = 0;            // points whose value code the tables lack
   std::vector<Difference> differences;  // in the order of the output
   std::array<int64_t, kNombreCategories> totaux{};
   bool Differe() const;

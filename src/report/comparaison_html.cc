@@ -74,17 +74,28 @@ std::string RapportComparaisonHtml(const Comparaison& c, const std::string& prog
     const PointCompare* b = d.nouveau != kAucun ? &B[d.nouveau] : nullptr;
     rang[k] = static_cast<int64_t>(dessin.nombre);
     switch (d.categorie) {
-      case Categorie::Nouveau: ajouter(*b, kNouveau, nullptr); break;
-      case Categorie::Supprime: ajouter(*a, kSupprime, nullptr); break;
-      case Categorie::Deplace: ajouter(*a, kDeplace, b); break;
-      case Categorie::Modifie: ajouter(*b, kModifie, nullptr); break;
-      case Categorie::Doublon: ajouter(a != nullptr ? *a : *b, kDoublon, nullptr); break;
-      default: rang[k] = -1;
+      case Categorie::Nouveau:
+        ajouter(*b, kNouveau, nullptr);
+        break;
+      case Categorie::Supprime:
+        ajouter(*a, kSupprime, nullptr);
+        break;
+      case Categorie::Deplace:
+        ajouter(*a, kDeplace, b);
+        break;
+      case Categorie::Modifie:
+        ajouter(*b, kModifie, nullptr);
+        break;
+      case Categorie::Doublon:
+        ajouter(a != nullptr ? *a : *b, kDoublon, nullptr);
+        break;
+      default:
+        rang[k] = -1;
     }
   }
   const int64_t identiques = c.totaux[static_cast<std::size_t>(Categorie::Identique)];
-  const int64_t pas = std::max<int64_t>(1, (identiques + static_cast<int64_t>(kPointsTous) - 1) /
-                                               static_cast<int64_t>(kPointsTous));
+  const int64_t pas =
+      std::max<int64_t>(1, (identiques + static_cast<int64_t>(kPointsTous) - 1) / static_cast<int64_t>(kPointsTous));
   {
     // The unchanged points are those of the new file matched and not listed:
     // walk the merge again through the differences' new points.
@@ -100,16 +111,17 @@ std::string RapportComparaisonHtml(const Comparaison& c, const std::string& prog
     }
   }
 
-  const std::string titre = "Comparaison – " + EchapperHtml(NomEnUtf8(c.ancien.chemin)) + " → " +
-                            EchapperHtml(NomEnUtf8(c.nouveau.chemin));
+  const std::string titre =
+      "Comparaison – " + EchapperHtml(NomEnUtf8(c.ancien.chemin)) + " → " + EchapperHtml(NomEnUtf8(c.nouveau.chemin));
   std::string s = DebutHtml(titre, std::string("'") + kHashScriptComparaison + "'");
-  s += "<style>tr[data-p]{cursor:pointer}tr[data-p]:hover{background:#f4f8ff}.totaux td{font-size:16px;font-weight:bold}.leg.fleche::before{height:2px;margin-bottom:3px}"
+  s += "<style>tr[data-p]{cursor:pointer}tr[data-p]:hover{background:#f4f8ff}.totaux "
+       "td{font-size:16px;font-weight:bold}.leg.fleche::before{height:2px;margin-bottom:3px}"
        "</style>\n<h1>Comparaison de deux fichiers</h1>\n<p class=\"verdict ";
   s += c.Differe() ? "rejets\">Les fichiers diffèrent" : "ok\">Aucune différence";
   s += "</p>\n<table class=\"totaux\" id=\"totaux\"><tr>";
-  static constexpr Categorie kOrdre[] = {Categorie::Nouveau, Categorie::Supprime, Categorie::Deplace,
-                                          Categorie::Modifie, Categorie::Doublon,  Categorie::Rejete,
-                                          Categorie::Identique};
+  static constexpr Categorie kOrdre[] = {Categorie::Nouveau,  Categorie::Supprime, Categorie::Deplace,
+                                         Categorie::Modifie,  Categorie::Doublon,  Categorie::Rejete,
+                                         Categorie::Identique};
   for (const Categorie k : kOrdre) s += std::string("<th>") + MotCategorie(k) + "</th>";
   s += "</tr><tr>";
   for (const Categorie k : kOrdre) s += Case(Entier(c.totaux[static_cast<std::size_t>(k)]), true);
@@ -139,8 +151,8 @@ std::string RapportComparaisonHtml(const Comparaison& c, const std::string& prog
        "<span id=\"legende\"></span></div>\n<div class=\"cadre\"><canvas id=\"dessin\"></canvas>"
        "<div id=\"bulle\" hidden></div></div>\n";
   if (pas > 1) {
-    s += "<p class=\"note\">Plus de " + Entier(static_cast<int64_t>(kPointsTous)) +
-         " points identiques : un sur " + Entier(pas) + " est dessiné.</p>\n";
+    s += "<p class=\"note\">Plus de " + Entier(static_cast<int64_t>(kPointsTous)) + " points identiques : un sur " +
+         Entier(pas) + " est dessiné.</p>\n";
   }
 
   // A table per category, its rows selecting their points.

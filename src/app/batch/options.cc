@@ -8,8 +8,10 @@
 namespace quillon::lot {
 namespace {
 
-enum class Cle { Recursif, PtpEn, Echelle, Theme, Sortie, Cible, Verifier, Fils, Json, Rapport, Tolerance, Aide, Version,
-                 Comparer, ToleranceAltitude };
+enum class Cle {
+  Recursif, PtpEn, Echelle, Theme, Sortie, Cible, Verifier, Fils, Json, Rapport, Tolerance, Aide, Version,
+  Comparer, ToleranceAltitude
+};
 
 struct Option {
   const char* longue;
@@ -155,8 +157,12 @@ LectureOptions LireOptions(const std::vector<std::string>& mots) {
     }
   }
   if (lu.erreur.empty() && !r.aide && !r.version && r.comparer) {
-    const char* seule = r.recursif ? "--recursif" : r.ciblePtp != CiblePtp::Aucune ? "--ptp-en" : !r.dossierSortie.empty() ? "--sortie"
-                        : !r.cible.empty() ? "--cible" : r.verification ? "--verifier" : nullptr;
+    const char* seule = r.recursif                      ? "--recursif"
+                        : r.ciblePtp != CiblePtp::Aucune ? "--ptp-en"
+                        : !r.dossierSortie.empty()       ? "--sortie"
+                        : !r.cible.empty()               ? "--cible"
+                        : r.verification                 ? "--verifier"
+                                                         : nullptr;
     if (r.sources.size() != 2) {
       lu.erreur = "--comparer attend deux fichiers : ANCIEN NOUVEAU";
     } else if (seule != nullptr) {
