@@ -1,7 +1,13 @@
 # Embeds src/report/rapport.js in a header at configure time, with the
 # SHA-256 of its bytes in base64 for the report's Content-Security-Policy:
-# every build, the Windows one included, carries the same bytes.
+# every build, the Windows one included, carries the same bytes. A third
+# argument names another script: kScript<NOM> and kHashScript<NOM>.
 function(quillon_embarquer_script source sortie)
+  set(nom Rapport)
+  if(ARGC GREATER 2)
+    set(nom ${ARGV2})
+  endif()
+  get_filename_component(fichier ${source} NAME)
   file(READ ${source} script)
   file(SHA256 ${source} hex)
   set(alphabet "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/")
@@ -26,9 +32,9 @@ function(quillon_embarquer_script source sortie)
     endforeach()
   endforeach()
   string(APPEND base64 "=")
-  file(WRITE ${sortie}.tmp "// Generated from src/report/rapport.js: do not edit.\n#pragma once\n#include <string_view>\n"
-       "namespace quillon {\ninline constexpr std::string_view kScriptRapport = R\"QUILLONJS(${script})QUILLONJS\";\n"
-       "inline constexpr const char* kHashScriptRapport = \"sha256-${base64}\";\n}  // namespace quillon\n")
+  file(WRITE ${sortie}.tmp "// Generated from src/report/${fichier}: do not edit.\n#pragma once\n#include <string_view>\n"
+       "namespace quillon {\ninline constexpr std::string_view kScript${nom} = R\"QUILLONJS(${script})QUILLONJS\";\n"
+       "inline constexpr const char* kHashScript${nom} = \"sha256-${base64}\";\n}  // namespace quillon\n")
   file(COPY_FILE ${sortie}.tmp ${sortie} ONLY_IF_DIFFERENT)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${source})
 endfunction()

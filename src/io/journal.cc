@@ -30,6 +30,11 @@ void Journal::Attacher(SystemeFichiers& systeme, const FluxTexte& source, const 
 void Journal::EcrireLog(bool Lecture, bool AvecLigne, bool AvecPrefixe, bool CompterErreur,
                         std::initializer_list<std::string_view> Message) {
   if (EnEchec()) return;
+  if (sansFichier_) {
+    if (CompterErreur) ++(Lecture ? NbErreursLecture : NbErreursEcriture);
+    if (CompterErreur && ecouteur_ != nullptr) ecouteur_->ChampRejete(Lecture, Message);
+    return;
+  }
   if (!LogOuvert) {
     SystemeFichiers& systeme = systeme_ != nullptr ? *systeme_ : SystemeFichiersReel();
     if (!CreerFichierEcriture(FichierLog.Flux, FichierLog.Nom, systeme, {source_, cible_})) {

@@ -45,6 +45,9 @@ class Journal {
   void CompterLigneIgnoree() { ++NbLignesIgnorees; }
   // The listener of rejected fields, or null.
   void Ecouter(EcouteurJournal* ecouteur) { ecouteur_ = ecouteur; }
+  // A log that counts and tells its listener but never writes a file: a
+  // reading that leaves nothing beside its source (the comparison).
+  void SansFichier() { sansFichier_ = true; }
 
   // What the readers, the writers and the runs write, each a named call over
   // EcrireLog:
@@ -96,6 +99,7 @@ class Journal {
   const FluxTexte* cible_ = nullptr;
   const int64_t* compteur_ = nullptr;
   EcouteurJournal* ecouteur_ = nullptr;
+  bool sansFichier_ = false;
   std::optional<ErreurFatale> echec_;
 };
 

@@ -378,4 +378,7 @@ std::string IndexHtml(const std::string& programme, const std::string& date, con
   return s;
 }
 
+std::string DebutHtml(std::string_view titre, std::string_view script) { return Debut(titre, script); }
+void AjouterTexteJson(std::string& s, std::string_view utf8) { AjouterJson(s, utf8); }
+
 }  // namespace quillon

@@ -50,4 +50,10 @@ std::string IndexHtml(const std::string& programme, const std::string& date, con
 // Text as HTML: & < > " ' escaped; UTF-8 in, control characters as U+FFFD.
 std::string EchapperHtml(std::string_view utf8);
 
+// For another report built the same way: the page's head, its style and its
+// policy (`script`: the quoted hash of the one script allowed, or empty),
+// and a JSON string for a <script> block (no '<', '>' or '&' as themselves).
+std::string DebutHtml(std::string_view titre, std::string_view script);
+void AjouterTexteJson(std::string& s, std::string_view utf8);
+
 }  // namespace quillon

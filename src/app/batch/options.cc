@@ -10,7 +10,8 @@ namespace quillon::lot {
 namespace {
 
 enum class Cle {
-  Recursif, PtpEn, Echelle, Theme, Sortie, Cible, Verifier, Fils, Json, Rapport, Tolerance, Aide, Version, Exporter, Srs
+  Recursif, PtpEn, Echelle, Theme, Sortie, Cible, Verifier, Fils, Json, Rapport, Tolerance, Aide, Version,
+  Exporter, Srs, Comparer, ToleranceAltitude
 };
 
 struct Option {
@@ -29,6 +30,7 @@ constexpr Option kOptions[] = {
     {"tolerance", 0, true, Cle::Tolerance},  {"aide", 'h', false, Cle::Aide},
     {"help", 0, false, Cle::Aide},           {"version", 'V', false, Cle::Version},
     {"exporter", 0, true, Cle::Exporter},    {"srs", 0, true, Cle::Srs},
+    {"comparer", 0, false, Cle::Comparer},   {"tolerance-altitude", 0, true, Cle::ToleranceAltitude},
 };
 
 // --exporter's list, "gpkg,csv": each format once, in the order given.
@@ -73,6 +75,7 @@ std::string Appliquer(const Option& o, const std::string& valeur, OptionsLot& r)
     case Cle::Verifier: r.verification = true; break;
     case Cle::Aide: r.aide = true; break;
     case Cle::Version: r.version = true; break;
+    case Cle::Comparer: r.comparer = true; break;
     case Cle::PtpEn:
       if (valeur == "ptv") {
         r.ciblePtp = CiblePtp::Valeur;
@@ -106,13 +109,14 @@ std::string Appliquer(const Option& o, const std::string& valeur, OptionsLot& r)
       if (valeur.empty()) return nom + " attend un dossier";
       r.dossierRapport = valeur;
       break;
-    case Cle::Tolerance: {
+    case Cle::Tolerance:
+    case Cle::ToleranceAltitude: {
       double metres = -1;
       const auto [fin, err] = std::from_chars(valeur.data(), valeur.data() + valeur.size(), metres);
       if (err != std::errc() || fin != valeur.data() + valeur.size() || !(metres >= 0 && metres <= 1000)) {
         return nom + " attend une distance en mètres de 0 à 1000, pas « " + valeur + " »";
       }
-      r.tolerance = metres;
+      (o.cle == Cle::Tolerance ? r.tolerance : r.toleranceAltitude) = metres;
       break;
     }
     case Cle::Exporter: return LireExports(nom, valeur, r.exports);
@@ -183,7 +187,19 @@ LectureOptions LireOptions(const std::vector<std::string>& mots) {
       }
     }
   }
-  if (lu.erreur.empty() && !r.aide && !r.version) {
+  if (lu.erreur.empty() && !r.aide && !r.version && r.comparer) {
+    const char* seule = r.recursif                      ? "--recursif"
+                        : r.ciblePtp != CiblePtp::Aucune ? "--ptp-en"
+                        : !r.dossierSortie.empty()       ? "--sortie"
+                        : !r.cible.empty()               ? "--cible"
+                        : r.verification                 ? "--verifier"
+                                                         : nullptr;
+    if (r.sources.size() != 2) {
+      lu.erreur = "--comparer attend deux fichiers : ANCIEN NOUVEAU";
+    } else if (seule != nullptr) {
+      lu.erreur = std::string(seule) + " ne va pas avec --comparer";
+    }
+  } else if (lu.erreur.empty() && !r.aide && !r.version) {
     if (r.sources.empty()) {
       lu.erreur = "aucune source";
     } else if (!r.cible.empty() && r.sources.size() > 1) {
@@ -200,6 +216,7 @@ const char* TexteUsage() {
 
 const char* TexteAide() {
   return R"(usage : quillon-lot [OPTIONS] SOURCE...
+        quillon-lot --comparer [OPTIONS] ANCIEN NOUVEAU
 
 Convertit des fichiers de points, un lot à la fois. Une SOURCE est un fichier
 ou un dossier ; un dossier fournit ses fichiers .ptv, .ptp et .pts (en
@@ -237,6 +254,10 @@ Options :
                           liste séparée par des virgules)
       --srs=EPSG:CODE     le système de coordonnées des exports (sinon deviné
                           de l'étendue des points : EPSG:2056 ou EPSG:21781)
+      --comparer          comparer deux fichiers de points (voir plus bas)
+      --tolerance-altitude=METRES
+                          avec --comparer, écart d'altitude au-delà duquel
+                          un point a bougé (0.01 par défaut)
   -h, --aide, --help      ce texte
   -V, --version           la version
 
@@ -259,6 +280,29 @@ Codes de sortie :
   64   ligne de commande incorrecte
   130  interrompu (Ctrl-C) : les fichiers terminés le restent, ceux en cours
        gardent leur cible précédente
+
+Comparaison (--comparer ANCIEN NOUVEAU) : deux fichiers .ptv, .ptp ou .pts,
+lus comme pour une conversion, sans journal. Les points sont appariés par
+thème, commune, plan et numéro ; chacun est nouveau (seulement dans NOUVEAU),
+supprime (seulement dans ANCIEN), deplace (plus de --tolerance à plat, plus
+de --tolerance-altitude en altitude, ou altitude apparue ou disparue),
+modifie (un autre champ a changé) ou identique (seulement compté). Un numéro
+présent deux fois dans un fichier est un doublon, laissé hors de
+l'appariement ; une ligne rejetée par la lecture est listée à part. Entre
+fichiers de sortes différentes, seuls les champs que les deux portent sont
+comparés ; un code de valeur est changé en précisions par les tables de
+valeurs, comme le ferait la conversion (avec --echelle et --theme).
+Sortie standard : une ligne par différence, triée par catégorie (nouveau,
+supprime, deplace, modifie, doublon, rejete) puis par ligne de l'ancien
+fichier (du nouveau pour ce qui n'y est pas), ses champs séparés par des
+tabulations : catégorie, identité, ligne ancienne, ligne nouvelle, dY, dX,
+dH, distance, champs changés (ou messages d'une ligne rejetée) ; puis une
+ligne de total par catégorie et la liste des champs comparés.
+  --json=FICHIER          la même chose en JSON ("-" : sur la sortie standard)
+  --rapport=FICHIER.html  un rapport HTML : les points des deux fichiers
+                          dessinés, les déplacements en flèches
+Codes de sortie : 0 aucune différence, 1 des différences, 2 un fichier
+illisible, 64 ligne de commande incorrecte.
 )";
 }
 

@@ -34,6 +34,10 @@ struct OptionsLot {
   int epsg = 0;                            // their system; 0: guessed from the points
   bool aide = false;
   bool version = false;
+  // --comparer: the two sources are the old and the new file; --rapport
+  // (dossierRapport) is then the HTML file.
+  bool comparer = false;
+  double toleranceAltitude = 0.01;  // metres
 };
 
 // The options read, or the usage error to show.

@@ -6,6 +6,7 @@
 #include <memory>
 #include <thread>
 
+#include "app/batch/comparer.h"
 #include "app/batch/json.h"
 #include "app/batch/options.h"
 #include "app/batch/platform.h"
@@ -106,6 +107,7 @@ int Principal(int argc, char** argv) {
            std::string(FinLigne()));
     return kSortieConverti;
   }
+  if (options.comparer) return ExecuterComparaison(options);
 
   const ListeLot liste = ListerFichiers(options);
   if (!liste.erreur.empty()) return ErreurUsage(liste.erreur);
