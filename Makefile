@@ -55,6 +55,7 @@ bench: deps
 	@$(MAKE) --no-print-directory build
 	@bench/run_bench.sh $(BUILD)
 	@bench/run_bench_lot.sh $(BUILD)
+	@bench/run_bench_rapport.sh $(BUILD)
 
 fuzz:
 	@scripts/install-deps.sh fuzz
