@@ -35,7 +35,8 @@ int main(int argc, char** argv) {
   quillon::win32::BoitesMessagesWin32 messages;
   quillon::win32::FinProgrammeWin32 fin;
   quillon::win32::ProgrammesWin32 programmes;
-  quillon::Services services{dialogues, messages, fin, quillon::RegistreSysteme(), programmes};
+  quillon::win32::DocumentsWin32 documents;
+  quillon::Services services{dialogues, messages, fin, quillon::RegistreSysteme(), programmes, documents};
   quillon::ReglagesExecution reglages;
   quillon::InitialiserTables(reglages);
   quillon::win32::FenetreQuillonWin32 fenetre(reglages, services);

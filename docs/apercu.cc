@@ -28,7 +28,8 @@ int main(int argc, char** argv) {
   quillon::BoitesMessagesQt messages;
   quillon::FinProgrammeQt fin;
   quillon::ProgrammesQt programmes;
-  quillon::Services services{dialogues, messages, fin, quillon::RegistreSysteme(), programmes};
+  quillon::DocumentsQt documents;
+  quillon::Services services{dialogues, messages, fin, quillon::RegistreSysteme(), programmes, documents};
   quillon::AffichageFenetre affichage(messages);
   reglages.affichage = &affichage;
   quillon::frmQuillon fenetre(reglages, services);

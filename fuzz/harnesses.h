@@ -14,6 +14,10 @@
 //   Conversion        a whole run on an in-memory file; the first byte
 //                     chooses the run, its scale class and theme group, the
 //                     second a file that fails, the rest is the source
+//   Rapport           a whole run watched for its check report, then the
+//                     checks across lines and the HTML of the report and
+//                     of an index; the first byte as for Conversion, the
+//                     second the tolerance, the rest is the source
 //
 // The line harnesses read the input line by line into one point record, as
 // a run does, so that fields left over from an earlier line play their part.
@@ -38,6 +42,9 @@
 #include "formats/pts_format.h"
 #include "formats/ptv_format.h"
 #include "model/point.h"
+#include "report/collecte.h"
+#include "report/controles.h"
+#include "report/html.h"
 
 namespace quillon::fuzz {
 namespace detail {
@@ -477,6 +484,135 @@ inline std::string Conversion(const uint8_t* donnees, std::size_t taille) {
   const bool derniereSansFin = !contenu.empty() && contenu.back() != '\n';
   QUILLON_EXIGER(lignesCible <= finsDeLigne + derniereSansFin, "target: more lines than the source");
   return "";
+}
+
+namespace detail {
+
+inline std::size_t Occurrences(std::string_view texte, std::string_view motif) {
+  std::size_t n = 0;
+  for (std::size_t p = 0; (p = texte.find(motif, p)) != std::string_view::npos; p += motif.size()) ++n;
+  return n;
+}
+
+// The tags that only the report's own template may hold: a text from the
+// file that made one would run or load something.
+inline std::string BalisesDuModele(std::string_view html, std::string_view modele, const std::string& quoi) {
+  for (std::string_view balise : {"<script", "</script", "<img", "<iframe", "<object", "<link", "<meta", "<svg"}) {
+    QUILLON_EXIGER(Occurrences(html, balise) == Occurrences(modele, balise),
+                   quoi + ": a tag that its template does not hold: " + std::string(balise));
+  }
+  return "";
+}
+
+}  // namespace detail
+
+inline std::string Rapport(const uint8_t* donnees, std::size_t taille) {
+  using namespace detail;
+  if (taille < 2) return "";
+  const uint8_t choix = donnees[0];
+  const int run = choix & 3;
+  const auto classe = static_cast<int16_t>((choix >> 2) & 7);
+  static constexpr int32_t kGroupes[] = {0, kGroupeCS, kGroupeOD, 7};
+  const int32_t groupe = kGroupes[(choix >> 5) & 3];
+  static constexpr double kTolerances[] = {0, 0.001, 0.01, 0.1, 2.5, 1000};
+  const double tolerance = kTolerances[donnees[1] % 6];
+  const std::string_view contenu = Vue(donnees + 2, taille - 2);
+
+  SystemeFichiersMemoire fichiers;
+  fichiers.fichiers["src"] = std::string(contenu);
+  AffichageMuet affichage;
+  Collecte collecte;
+  ReglagesExecution r;
+  InitialiserTables(r);
+  r.affichage = &affichage;
+  r.systeme = &fichiers;
+  r.observateur = &collecte;
+  r.DefinirSource("src");
+  r.FichierCible.Nom = "cible";
+  bool ok = false;
+  switch (run) {
+    case 0: ok = ConvertirPtValEnPtPrecFiab(r, classe, groupe); break;
+    case 1: ok = ConvertirPtPrecFiabEnPtVal(r); break;
+    case 2: ok = ConvertirPtDCEnPtVal(r, groupe); break;
+    case 3: ok = ConvertirPtPrecFiabEnPtMD01(r); break;
+  }
+  QUILLON_EXIGER(ok, "watched run: failed without a failing file");
+  const auto& lignes = collecte.Lignes();
+  // A last line without its end is converted but not counted as read.
+  const bool derniereSansFin = !contenu.empty() && contenu.back() != '\n';
+  QUILLON_EXIGER(static_cast<int64_t>(lignes.size()) == r.journal.NumeroLigne() + derniereSansFin,
+                 "collect: not one record per line");
+
+  const Controles c = Controler(collecte, tolerance);
+  const auto rejetees = static_cast<std::size_t>(IssueLigne::Rejetee);
+  QUILLON_EXIGER(c.nombres[0] + c.nombres[1] + c.nombres[2] == static_cast<int64_t>(lignes.size()),
+                 "checks: the outcomes do not add up to the lines");
+  QUILLON_EXIGER(c.nombres[static_cast<std::size_t>(IssueLigne::Ignoree)] == r.journal.NbLignesIgnorees,
+                 "checks: skipped lines are not the summary's");
+  QUILLON_EXIGER((c.nombres[rejetees] == 0) == (r.journal.NbErreursLecture + r.journal.NbErreursEcriture == 0),
+                 "checks: rejected lines without errors, or errors without one");
+  for (const Doublon& d : c.doublons) {
+    QUILLON_EXIGER(d.nombre >= 2 && d.debut + d.nombre <= c.membresDoublons.size(), "duplicates: members");
+    const LigneCollectee& premier = lignes[c.membresDoublons[d.debut]];
+    for (uint32_t k = d.debut + 1; k < d.debut + d.nombre; ++k) {
+      const LigneCollectee& autre = lignes[c.membresDoublons[k]];
+      QUILLON_EXIGER(premier.Identite() && autre.Identite() && premier.theme == autre.theme &&
+                         premier.commune == autre.commune && premier.plan == autre.plan &&
+                         collecte.NumeroPoint(premier) == collecte.NumeroPoint(autre),
+                     "duplicates: members of different identities");
+    }
+  }
+  for (const PointsProches& p : c.proches) {
+    QUILLON_EXIGER(p.a < p.b && p.b < lignes.size(), "close points: lines out of order");
+    const LigneCollectee &a = lignes[p.a], &b = lignes[p.b];
+    QUILLON_EXIGER(a.Coordonnees() && b.Coordonnees(), "close points: a point without coordinates");
+    QUILLON_EXIGER(std::hypot(a.y - b.y, a.x - b.x) <= tolerance + 1e-6, "close points: farther than the tolerance");
+  }
+  for (uint32_t i : c.eloignes) {
+    QUILLON_EXIGER(i < lignes.size() && lignes[i].Coordonnees() && lignes[i].Issue() == IssueLigne::Convertie,
+                   "far points: not a converted point with coordinates");
+  }
+  for (uint32_t i : c.sansCoordonnees) {
+    QUILLON_EXIGER(i < lignes.size() && !lignes[i].Coordonnees(), "no coordinates: a line that has some");
+  }
+  if (c.proches.empty()) {
+    // Brute force over few points: nothing the grid left out.
+    std::vector<uint32_t> avec;
+    for (uint32_t i = 0; i < lignes.size() && avec.size() < 200; ++i) {
+      if (lignes[i].Coordonnees()) avec.push_back(i);
+    }
+    for (std::size_t i = 0; i < avec.size(); ++i) {
+      for (std::size_t j = i + 1; j < avec.size(); ++j) {
+        const LigneCollectee &a = lignes[avec[i]], &b = lignes[avec[j]];
+        const bool meme = a.Identite() && b.Identite() && a.theme == b.theme && a.commune == b.commune &&
+                          a.plan == b.plan && collecte.NumeroPoint(a) == collecte.NumeroPoint(b);
+        QUILLON_EXIGER(meme || std::hypot(a.y - b.y, a.x - b.x) > tolerance + 1e-6,
+                       "close points: a close pair left out");
+      }
+    }
+  }
+
+  // The report and an index, with texts of the file where paths and
+  // options go: whatever they hold, they make no tag.
+  const std::string texte(contenu.substr(0, 200));
+  EnteteRapport entete;
+  entete.programme = "quillon-lot";
+  entete.date = "01.01.2024 12:00:00";
+  entete.source = entete.cible = entete.journal = entete.options = entete.message = texte;
+  static constexpr quillon::Conversion kRuns[] = {quillon::Conversion::ValEnPrecFiab, quillon::Conversion::PrecFiabEnVal,
+                                                  quillon::Conversion::DCEnVal, quillon::Conversion::PrecFiabEnMD01};
+  entete.conversion = NomConversion(kRuns[run]);
+  entete.bilan = r.journal.Bilan();
+  entete.verdict = c.nombres[rejetees] != 0 ? Verdict::Rejets : Verdict::SansRejet;
+  const std::string html = RapportHtml(entete, collecte, c);
+  EnteteRapport neutre = entete;
+  neutre.source = neutre.cible = neutre.journal = neutre.options = neutre.message = "x";
+  const Collecte vide;
+  const std::string modele = RapportHtml(neutre, vide, Controler(vide, tolerance));
+  if (std::string e = BalisesDuModele(html, modele, "report"); !e.empty()) return e;
+  const std::string index = IndexHtml("quillon-lot", texte, {{texte, texte, "rejets", {1, 2, 3, 4}, &c}});
+  const std::string indexModele = IndexHtml("quillon-lot", "x", {{"x", "x", "rejets", {1, 2, 3, 4}, &c}});
+  return BalisesDuModele(index, indexModele, "index");
 }
 
 #undef QUILLON_EXIGER

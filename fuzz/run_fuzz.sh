@@ -4,7 +4,8 @@
 #   fuzz/run_fuzz.sh BUILD_DIR [TARGET...]
 #
 # BUILD_DIR is a build configured with CXX=clang++ -DQUILLON_FUZZ=ON (make
-# fuzz does it). TARGET is ptv, ptp, pts or conversion; all four by default.
+# fuzz does it). TARGET is ptv, ptp, pts, conversion or rapport; all five by
+# default.
 #
 # FUZZ_SECONDS  time per target (default 60)
 # FUZZ_RUNS     executions per target instead: each target runs until it has
@@ -21,14 +22,14 @@
 set -euo pipefail
 
 if [ $# -lt 1 ]; then
-  echo "usage: $0 BUILD_DIR [ptv|ptp|pts|conversion...]" >&2
+  echo "usage: $0 BUILD_DIR [ptv|ptp|pts|conversion|rapport...]" >&2
   exit 2
 fi
 racine="$(cd "$(dirname "$0")/.." && pwd)"
 build="$(cd "$1" && pwd)"
 shift
 cibles=("$@")
-if [ ${#cibles[@]} -eq 0 ]; then cibles=(ptv ptp pts conversion); fi
+if [ ${#cibles[@]} -eq 0 ]; then cibles=(ptv ptp pts conversion rapport); fi
 secondes="${FUZZ_SECONDS:-60}"
 borne=(-max_total_time="$secondes")
 if [ -n "${FUZZ_RUNS:-}" ]; then
@@ -46,7 +47,8 @@ mkdir -p "$artefacts"
 # faulty files; the conversion target gets the same files behind the two
 # bytes that choose the run (see fuzz/harnesses.h): 0x2C value -> precision
 # at 1:1000 with CS, 0x01 precision -> value, 0x22 DC -> value with CS, 0x03
-# precision -> MD01; 0xFF: no failing file.
+# precision -> MD01; 0xFF: no failing file. The report target reads the
+# second byte as its tolerance: 0x02 is 0.01 m.
 semer() {
   local cible="$1" sorte="$2" entete="$3" graine="$4" etiquette="$5"
   local dossier="$travail/$cible"
@@ -71,6 +73,12 @@ for cible in "${cibles[@]}"; do
       semer conversion ptp '\003\377' 4 ptp-ptm
       semer conversion pts '\042\377' 5 pts-ptv
       ;;
+    rapport)
+      semer rapport ptv '\054\002' 2 ptv-ptp
+      semer rapport ptp '\001\002' 3 ptp-ptv
+      semer rapport ptp '\003\002' 4 ptp-ptm
+      semer rapport pts '\042\002' 5 pts-ptv
+      ;;
     *)
       echo "run_fuzz: unknown target $cible" >&2
       exit 2
@@ -92,7 +100,7 @@ lancer() {
     return 1
   fi
   local longueur=4096
-  if [ "$cible" = conversion ]; then longueur=16384; fi
+  if [ "$cible" = conversion ] || [ "$cible" = rapport ]; then longueur=16384; fi
   local anciens=()
   if [ -d "$regressions/$cible" ]; then
     mapfile -t anciens < <(find "$regressions/$cible" -type f | sort)

@@ -52,7 +52,8 @@ INSTANTIATE_TEST_SUITE_P(Cibles, RejeuFuzz,
                          testing::Values(Cible{"ptv", quillon::fuzz::LignesPtVal},
                                          Cible{"ptp", quillon::fuzz::LignesPtPrecFiab},
                                          Cible{"pts", quillon::fuzz::LignesPtDC},
-                                         Cible{"conversion", quillon::fuzz::Conversion}),
+                                         Cible{"conversion", quillon::fuzz::Conversion},
+                                         Cible{"rapport", quillon::fuzz::Rapport}),
                          [](const testing::TestParamInfo<Cible>& info) { return std::string(info.param.nom); });
 
 }  // namespace

@@ -43,14 +43,20 @@ struct FauxDialogues : DialoguesFichiers {
 struct FaussesBoites : BoitesMessages {
   struct Boite {
     bool fatale;
-    std::string titre, texte;
+    std::string titre, texte, bouton;  // bouton: the second button's, if any
   };
   std::vector<Boite> boites;
+  bool choisirBouton = false;  // the second button picked, when there is one
   std::function<void()> pendantLaBoite;  // runs while a box is "shown"
   void Message(Parent, const std::string& titre, const std::string& texte) override {
-    Montrer({false, titre, texte});
+    Montrer({false, titre, texte, ""});
   }
-  void ErreurFatale(Parent, const std::string& texte) override { Montrer({true, "Erreur fatale", texte}); }
+  bool MessageAvecBouton(Parent, const std::string& titre, const std::string& texte,
+                         const std::string& bouton) override {
+    Montrer({false, titre, texte, bouton});
+    return choisirBouton;
+  }
+  void ErreurFatale(Parent, const std::string& texte) override { Montrer({true, "Erreur fatale", texte, ""}); }
   void Montrer(const Boite& boite) {
     boites.push_back(boite);
     if (pendantLaBoite) pendantLaBoite();
@@ -84,6 +90,16 @@ struct FauxProgrammes : Programmes {
   }
 };
 
+// Documents go into the current folder; each opened is kept.
+struct FauxDocuments : Documents {
+  std::vector<std::string> ouverts;
+  std::string DossierTemporaire() override { return ""; }
+  bool Ouvrir(const std::string& chemin) override {
+    ouverts.push_back(chemin);
+    return true;
+  }
+};
+
 // All of them, as the windows take them.
 struct FauxServices {
   FauxDialogues dialogues;
@@ -91,7 +107,8 @@ struct FauxServices {
   FausseFin fin;
   FauxRegistre registre;
   FauxProgrammes programmes;
-  Services services{dialogues, boites, fin, registre, programmes};
+  FauxDocuments documents;
+  Services services{dialogues, boites, fin, registre, programmes, documents};
 };
 
 // A folder of its own that is the current folder while it lives: the paths

@@ -116,6 +116,9 @@ TEST(LogiqueFenetre, LesFiltresChoisissentLaConversion) {
     EXPECT_EQ(f.fichiers.fichiers.count("c.ptv") + f.boites.boites.size(), *cas.premiereLigne ? 2u : 0u);
     EXPECT_EQ(f.vue.dialogues, cas.dialogues);
     EXPECT_EQ(f.fin.appels, 0);
+    // OK pressed: no report.
+    for (const auto& boite : f.boites.boites) EXPECT_EQ(boite.bouton, "Voir le rapport");
+    EXPECT_TRUE(f.documents.ouverts.empty() && f.fichiers.fichiers.count("quillon-s.ptv.html") == 0);
   }
 }
 
@@ -153,9 +156,16 @@ TEST(LogiqueFenetre, DialogueMontreSansConvertirPuisConvertitAvecLesChemins) {
   LogiqueOptions& dialogue = f.logique.DialogueValPrecFiab();
   dialogue.lstEchelle_Click("5000");
   dialogue.lstTheme_Click("OD");
+  f.boites.choisirBouton = true;
   dialogue.btnConvertir_Click();
   ASSERT_EQ(f.boites.boites.size(), 1u);
   EXPECT_EQ(f.boites.boites[0].titre, "Quillon");
+  // "Voir le rapport" picked: the run's report, written and opened.
+  EXPECT_EQ(f.documents.ouverts, std::vector<std::string>{"quillon-s.ptv.html"});
+  const std::string rapport = f.Cible("quillon-s.ptv.html");
+  for (const char* texte : {"2 ligne(s) lues dans le fichier source", "ptv-ptp", "échelle 5000, thème OD"}) {
+    EXPECT_NE(rapport.find(texte), std::string::npos) << texte;
+  }
   EXPECT_EQ(f.boites.boites[0].texte,
             "2 ligne(s) lues dans le fichier source\r\n0 ligne(s) ignorée(s) lors de la conversion\r\n0 erreur(s) "
             "constatée(s) lors de la lecture du fichier source\r\n0 erreur(s) constatée(s) lors de l'écriture "

@@ -12,28 +12,52 @@ namespace {
 
 using Lignes = std::vector<LigneCollectee>;
 
+bool MemeIdentite(const Collecte& c, const LigneCollectee& a, const LigneCollectee& b) {
+  return a.Identite() && b.Identite() && a.theme == b.theme && a.commune == b.commune && a.plan == b.plan &&
+         c.NumeroPoint(a) == c.NumeroPoint(b);
+}
+
+// The lines sorted by a hash of their identity, which packs in 16 bytes
+// where the identity itself would take the line and its number; lines of
+// one hash are then split by their identities.
 void Doublons(const Collecte& c, Controles& r) {
   const Lignes& l = c.Lignes();
-  std::vector<uint32_t> ordre;
-  for (uint32_t i = 0; i < l.size(); ++i) {
-    if (l[i].Identite()) ordre.push_back(i);
-  }
-  auto cle = [&](uint32_t i) {
-    return std::make_tuple(l[i].theme, l[i].commune, l[i].plan, c.NumeroPoint(l[i]));
+  struct Cle {
+    uint64_t hache;
+    uint32_t i;
   };
-  std::stable_sort(ordre.begin(), ordre.end(), [&](uint32_t a, uint32_t b) { return cle(a) < cle(b); });
+  std::vector<Cle> ordre;
+  for (uint32_t i = 0; i < l.size(); ++i) {
+    if (!l[i].Identite()) continue;
+    const LigneCollectee& p = l[i];
+    const uint64_t code = (uint64_t{p.theme} << 32) | (uint64_t{static_cast<uint16_t>(p.commune)} << 16) |
+                          static_cast<uint16_t>(p.plan);
+    ordre.push_back({std::hash<std::string_view>{}(c.NumeroPoint(p)) ^ (code * 0x9E3779B97F4A7C15ull), i});
+  }
+  std::sort(ordre.begin(), ordre.end(),
+            [](const Cle& a, const Cle& b) { return std::tie(a.hache, a.i) < std::tie(b.hache, b.i); });
+  std::vector<uint32_t> groupe, reste;
   for (std::size_t i = 0; i < ordre.size();) {
     std::size_t j = i + 1;
-    while (j < ordre.size() && cle(ordre[j]) == cle(ordre[i])) ++j;
-    if (j - i > 1) {
+    while (j < ordre.size() && ordre[j].hache == ordre[i].hache) ++j;
+    reste.clear();
+    for (std::size_t k = i; k < j && j - i > 1; ++k) reste.push_back(ordre[k].i);
+    while (reste.size() > 1) {
+      groupe.clear();
+      std::erase_if(reste, [&](uint32_t m) {
+        const bool membre = groupe.empty() || MemeIdentite(c, l[groupe.front()], l[m]);
+        if (membre) groupe.push_back(m);
+        return membre;
+      });
+      if (groupe.size() < 2) continue;
       Doublon d;
       d.debut = static_cast<uint32_t>(r.membresDoublons.size());
-      d.nombre = static_cast<uint32_t>(j - i);
+      d.nombre = static_cast<uint32_t>(groupe.size());
       double yMin = INFINITY, yMax = -INFINITY, xMin = INFINITY, xMax = -INFINITY, hMin = INFINITY, hMax = -INFINITY;
       int altitudes = 0;
-      for (std::size_t k = i; k < j; ++k) {
-        const LigneCollectee& p = l[ordre[k]];
-        r.membresDoublons.push_back(ordre[k]);
+      for (uint32_t m : groupe) {
+        const LigneCollectee& p = l[m];
+        r.membresDoublons.push_back(m);
         if (p.Coordonnees()) {
           yMin = std::min(yMin, p.y), yMax = std::max(yMax, p.y);
           xMin = std::min(xMin, p.x), xMax = std::max(xMax, p.x);
@@ -51,11 +75,6 @@ void Doublons(const Collecte& c, Controles& r) {
   std::sort(r.doublons.begin(), r.doublons.end(), [&](const Doublon& a, const Doublon& b) {
     return r.membresDoublons[a.debut] < r.membresDoublons[b.debut];
   });
-}
-
-bool MemeIdentite(const Collecte& c, const LigneCollectee& a, const LigneCollectee& b) {
-  return a.Identite() && b.Identite() && a.theme == b.theme && a.commune == b.commune && a.plan == b.plan &&
-         c.NumeroPoint(a) == c.NumeroPoint(b);
 }
 
 // Points on a grid of cells at least as wide as the tolerance: two close
@@ -86,7 +105,10 @@ void Proches(const Collecte& c, Controles& r) {
     }
     r.proches.push_back({std::min(a, b), std::max(a, b), Arrondi(d)});
   };
-  // Each cell against itself and the four neighbours after it.
+  // Each cell against itself, the cell after it in its row, and the three
+  // below it, found from where the cell before looked: the cells go in
+  // order, and so do the places they look for.
+  std::size_t dessous = 0;
   for (std::size_t debut = 0; debut < grille.size();) {
     std::size_t fin = debut + 1;
     while (fin < grille.size() && grille[fin].cy == grille[debut].cy && grille[fin].cx == grille[debut].cx) ++fin;
@@ -94,11 +116,13 @@ void Proches(const Collecte& c, Controles& r) {
       for (std::size_t b = a + 1; b < fin; ++b) comparer(grille[a].i, grille[b].i);
     }
     const int64_t cy = grille[debut].cy, cx = grille[debut].cx;
-    for (auto [vy, vx] : {std::pair{cy, cx + 1}, {cy + 1, cx - 1}, {cy + 1, cx}, {cy + 1, cx + 1}}) {
-      auto v = std::lower_bound(grille.begin(), grille.end(), Entree{vy, vx, 0}, avant);
-      for (; v != grille.end() && v->cy == vy && v->cx == vx; ++v) {
-        for (std::size_t a = debut; a < fin; ++a) comparer(grille[a].i, v->i);
-      }
+    for (std::size_t v = fin; v < grille.size() && grille[v].cy == cy && grille[v].cx == cx + 1; ++v) {
+      for (std::size_t a = debut; a < fin; ++a) comparer(grille[a].i, grille[v].i);
+    }
+    const Entree coin{cy + 1, cx - 1, 0};
+    while (dessous < grille.size() && avant(grille[dessous], coin)) ++dessous;
+    for (std::size_t v = dessous; v < grille.size() && grille[v].cy == cy + 1 && grille[v].cx <= cx + 1; ++v) {
+      for (std::size_t a = debut; a < fin; ++a) comparer(grille[a].i, grille[v].i);
     }
     debut = fin;
   }
@@ -106,14 +130,16 @@ void Proches(const Collecte& c, Controles& r) {
             [](const PointsProches& a, const PointsProches& b) { return std::tie(a.a, a.b) < std::tie(b.a, b.b); });
 }
 
-// The first and third quartiles and the median, interpolated.
+// The first and third quartiles and the median, interpolated: each from
+// the value of its rank and the smallest above it, without sorting.
 std::array<double, 3> Quartiles(std::vector<double>& v) {
-  std::sort(v.begin(), v.end());
   auto rang = [&](double q) {
     const double pos = q * static_cast<double>(v.size() - 1);
     const auto bas = static_cast<std::size_t>(pos);
     const double reste = pos - static_cast<double>(bas);
-    return bas + 1 < v.size() ? v[bas] + reste * (v[bas + 1] - v[bas]) : v[bas];
+    const auto n = v.begin() + static_cast<std::ptrdiff_t>(bas);
+    std::nth_element(v.begin(), n, v.end());
+    return bas + 1 < v.size() ? *n + reste * (*std::min_element(n + 1, v.end()) - *n) : *n;
   };
   return {rang(0.25), rang(0.5), rang(0.75)};
 }

@@ -1,9 +1,9 @@
 // What the windows ask of the platform, each behind a small interface: the
 // standard file dialogs, message boxes, ending the program, testing for a
-// file and starting another program. No toolkit here: texts are UTF-8,
-// paths are as the file services take them, and the window a dialog or box
-// belongs to is an opaque `Parent`. Each front end hands the windows its
-// real services; the tests hand them fakes.
+// file, starting another program and opening a document. No toolkit here:
+// texts are UTF-8, paths are as the file services take them, and the window
+// a dialog or box belongs to is an opaque `Parent`. Each front end hands
+// the windows its real services; the tests hand them fakes.
 #pragma once
 
 #include <optional>
@@ -36,12 +36,16 @@ class DialoguesFichiers {
                                                        const std::string& filtre, int indexFiltre) = 0;
 };
 
-// Message boxes with a single OK button; each waits until it is dismissed.
+// Message boxes with an OK button; each waits until it is dismissed.
 class BoitesMessages {
  public:
   virtual ~BoitesMessages() = default;
   // No icon; the text is shown as given, "\r\n" separating its lines.
   virtual void Message(Parent parent, const std::string& titre, const std::string& texte) = 0;
+  // The same box with a second button captioned `bouton`: true when the
+  // user picked it, false for OK or the box closed otherwise.
+  virtual bool MessageAvecBouton(Parent parent, const std::string& titre, const std::string& texte,
+                                 const std::string& bouton) = 0;
   // Captioned "Erreur fatale", with the error icon.
   virtual void ErreurFatale(Parent parent, const std::string& texte) = 0;
 };
@@ -63,6 +67,18 @@ class Programmes {
   virtual bool Demarrer(const std::string& chemin) = 0;
 };
 
+// Documents the user looks at in the programs of the system.
+class Documents {
+ public:
+  virtual ~Documents() = default;
+  // The user's temporary folder, as the file services take it, ending with
+  // its separator.
+  virtual std::string DossierTemporaire() = 0;
+  // Opens the file in the program the system gives its kind (the browser
+  // for a .html file), without waiting; false when none opens it.
+  virtual bool Ouvrir(const std::string& chemin) = 0;
+};
+
 // Everything the windows reach the platform through.
 struct Services {
   DialoguesFichiers& dialogues;
@@ -70,6 +86,7 @@ struct Services {
   FinProgramme& fin;
   Registre& registre;
   Programmes& programmes;
+  Documents& documents;
 };
 
 }  // namespace quillon

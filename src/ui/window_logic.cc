@@ -1,17 +1,125 @@
 #include "ui/window_logic.h"
 
+#include <memory>
+
 #include "conversion/conversions.h"
 #include "io/encoding.h"
+#include "io/locale.h"
 #include "model/point.h"
+#include "report/html.h"
 #include "ui/registry.h"
 #include "version.h"
 
 namespace quillon {
+namespace {
+
+std::string TexteBilan(const std::array<std::string, 4>& lignes) {
+  std::string texte = lignes[0];
+  for (std::size_t i = 1; i < lignes.size(); ++i) texte += "\r\n" + lignes[i];
+  return Cp1252VersUtf8(texte);
+}
+
+// The words of the options that the conversion takes.
+std::string TexteOptions(Conversion conversion, const OptionsConversion& options) {
+  std::string texte;
+  if (conversion == Conversion::ValEnPrecFiab && options.classeEchelle >= 1 &&
+      options.classeEchelle <= static_cast<int16_t>(kMotsEchelle.size())) {
+    texte += "échelle " + std::string(kMotsEchelle[options.classeEchelle - 1]);
+  }
+  if ((conversion == Conversion::ValEnPrecFiab || conversion == Conversion::DCEnVal) &&
+      options.groupeTheme >= kGroupeCS && options.groupeTheme < kGroupeCS + static_cast<int32_t>(kMotsTheme.size())) {
+    texte += (texte.empty() ? "thème " : ", thème ") + std::string(kMotsTheme[options.groupeTheme - kGroupeCS]);
+  }
+  return texte;
+}
+
+bool EcrireFichier(SystemeFichiers& systeme, const std::string& chemin, const std::string& octets) {
+  const std::unique_ptr<SupportFichier> fichier = systeme.CreerEcriture(chemin, {});
+  if (fichier == nullptr) return false;
+  if (!fichier->Ecrire(octets.data(), octets.size())) {
+    fichier->Abandonner();
+    return false;
+  }
+  return fichier->Fermer();
+}
+
+// A run's summary box with the report's button, over the windows' own
+// display, which still shows the fatal errors.
+class AffichageAvecRapport : public Affichage {
+ public:
+  AffichageAvecRapport(Affichage& fenetre, ReglagesExecution& reglages, Services& services, Parent parent,
+                       Conversion conversion, const OptionsConversion& options)
+      : fenetre_(fenetre),
+        reglages_(reglages),
+        services_(services),
+        parent_(parent),
+        conversion_(conversion),
+        options_(options) {}
+
+  Collecte& Observateur() { return collecte_; }
+
+  void MontrerBilan(const std::array<std::string, 4>& lignes) override {
+    if (services_.messages.MessageAvecBouton(parent_, kTitreApplication, TexteBilan(lignes), "Voir le rapport")) {
+      VoirRapport(lignes);
+    }
+  }
+  void MontrerErreurFatale(const ErreurFatale& erreur) override { fenetre_.MontrerErreurFatale(erreur); }
+
+ private:
+  void VoirRapport(const std::array<std::string, 4>& lignes) {
+    const Controles controles = Controler(collecte_, kToleranceDefaut);
+    EnteteRapport entete;
+    entete.programme = "quillon";
+    entete.date = DateHeureJournal();
+    entete.source = reglages_.FichierSource.Nom;
+    entete.cible = reglages_.FichierCible.Nom;
+    entete.journal = reglages_.journal.FichierLog.Nom;
+    entete.conversion = NomConversion(conversion_);
+    entete.options = TexteOptions(conversion_, options_);
+    entete.bilan = lignes;
+    const bool rejets = reglages_.journal.NbErreursLecture + reglages_.journal.NbErreursEcriture != 0;
+    entete.verdict = rejets ? Verdict::Rejets : Verdict::SansRejet;
+    entete.lignesRejetees = controles.nombres[static_cast<std::size_t>(IssueLigne::Rejetee)];
+
+    const std::string& source = reglages_.FichierSource.Nom;
+    const std::string chemin = services_.documents.DossierTemporaire() + "quillon-" +
+                               source.substr(source.find_last_of("/\\") + 1) + ".html";
+    const char* echec = nullptr;
+    if (!EcrireFichier(*reglages_.systeme, chemin, RapportHtml(entete, collecte_, controles))) {
+      echec = " ne peut pas être écrit";
+    } else if (!services_.documents.Ouvrir(chemin)) {
+      echec = " ne peut pas être ouvert";
+    }
+    if (echec != nullptr) services_.messages.Message(parent_, kTitreApplication, "Le rapport " + chemin + echec);
+  }
+
+  Affichage& fenetre_;
+  ReglagesExecution& reglages_;
+  Services& services_;
+  Parent parent_;
+  Conversion conversion_;
+  OptionsConversion options_;
+  Collecte collecte_;
+};
+
+}  // namespace
+
+bool ExecutionsFenetre::Convertir(Conversion conversion, const OptionsConversion& options) {
+  Affichage* const fenetre = reglages_.affichage;
+  ObservateurExecution* const observateur = reglages_.observateur;
+  AffichageAvecRapport affichage(*fenetre, reglages_, services_, vue_.Fenetre(), conversion, options);
+  reglages_.affichage = &affichage;
+  reglages_.observateur = &affichage.Observateur();
+  const bool termine = quillon::Convertir(reglages_, conversion, options);
+  reglages_.affichage = fenetre;
+  reglages_.observateur = observateur;
+  return termine;
+}
 
 // --- Option dialogs ----------------------------------------------------------
 
-LogiqueOptions::LogiqueOptions(Dialogue genre, ReglagesExecution& reglages, FinProgramme& fin)
-    : genre_(genre), reglages_(reglages), fin_(fin) {}
+LogiqueOptions::LogiqueOptions(Dialogue genre, ExecutionsFenetre& executions, FinProgramme& fin)
+    : genre_(genre), executions_(executions), fin_(fin) {}
 
 const Formulaire& LogiqueOptions::Forme() const {
   return genre_ == Dialogue::ValPrecFiab ? FormulaireValPrecFiab() : FormulaireDCVal();
@@ -35,7 +143,7 @@ void LogiqueOptions::lstTheme_Click(std::string_view texte) {
 
 void LogiqueOptions::btnConvertir_Click() {
   const Conversion conversion = genre_ == Dialogue::ValPrecFiab ? Conversion::ValEnPrecFiab : Conversion::DCEnVal;
-  if (!Convertir(reglages_, conversion, {classeEchelle_, groupeTheme_})) fin_.Terminer();
+  if (!executions_.Convertir(conversion, {classeEchelle_, groupeTheme_})) fin_.Terminer();
 }
 
 // --- Main window -------------------------------------------------------------
@@ -44,8 +152,9 @@ LogiqueQuillon::LogiqueQuillon(ReglagesExecution& reglages, Services& services, 
     : reglages_(reglages),
       services_(services),
       vue_(vue),
-      valPrecFiab_(Dialogue::ValPrecFiab, reglages, services.fin),
-      dcVal_(Dialogue::DCVal, reglages, services.fin) {}
+      executions_(reglages, services, vue),
+      valPrecFiab_(Dialogue::ValPrecFiab, executions_, services.fin),
+      dcVal_(Dialogue::DCVal, executions_, services.fin) {}
 
 void LogiqueQuillon::Commander(Commande commande) {
   switch (commande) {
@@ -105,8 +214,8 @@ void LogiqueQuillon::mnuEnregistrerSous_Click() {
     case TypeFichier::PrecFiab: {
       // The target format follows the filter selected, not the extension.
       bool termine = true;
-      if (choix->indexFiltre == 1) termine = Convertir(reglages_, Conversion::PrecFiabEnVal, {});
-      if (choix->indexFiltre == 2) termine = Convertir(reglages_, Conversion::PrecFiabEnMD01, {});
+      if (choix->indexFiltre == 1) termine = executions_.Convertir(Conversion::PrecFiabEnVal, {});
+      if (choix->indexFiltre == 2) termine = executions_.Convertir(Conversion::PrecFiabEnMD01, {});
       if (!termine) services_.fin.Terminer();
       break;
     }
@@ -141,9 +250,7 @@ void StartSysInfo(Registre& registre, Programmes& programmes, BoitesMessages& me
 // --- Summaries and fatal errors ------------------------------------------------
 
 void AffichageFenetre::MontrerBilan(const std::array<std::string, 4>& lignes) {
-  std::string texte = lignes[0];
-  for (std::size_t i = 1; i < lignes.size(); ++i) texte += "\r\n" + lignes[i];
-  messages_.Message(parent_, kTitreApplication, Cp1252VersUtf8(texte));
+  messages_.Message(parent_, kTitreApplication, TexteBilan(lignes));
 }
 
 void AffichageFenetre::MontrerErreurFatale(const ErreurFatale& erreur) {

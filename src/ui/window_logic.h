@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 
+#include "conversion/conversions.h"
 #include "conversion/run_settings.h"
 #include "io/display.h"
 #include "ui/forms.h"
@@ -22,13 +23,31 @@ class Registre;
 
 enum class Dialogue { ValPrecFiab, DCVal };
 
+class VueQuillon;
+
+// The windows' runs. Each is watched for its check report: the summary box
+// keeps its text and gains a button "Voir le rapport", which writes the
+// run's report into the user's temporary folder and opens it.
+class ExecutionsFenetre {
+ public:
+  ExecutionsFenetre(ReglagesExecution& reglages, Services& services, VueQuillon& vue)
+      : reglages_(reglages), services_(services), vue_(vue) {}
+  // As the run below: false after a fatal error, which it has shown.
+  bool Convertir(Conversion conversion, const OptionsConversion& options);
+
+ private:
+  ReglagesExecution& reglages_;
+  Services& services_;
+  VueQuillon& vue_;
+};
+
 // The state of one option dialog, which exists once in the program. Its
 // buttons only hide it, so its choices stay from one showing to the next;
 // closed from its title bar it is unloaded, and the next showing loads it
 // anew with the initial choices.
 class LogiqueOptions {
  public:
-  LogiqueOptions(Dialogue genre, ReglagesExecution& reglages, FinProgramme& fin);
+  LogiqueOptions(Dialogue genre, ExecutionsFenetre& executions, FinProgramme& fin);
 
   Dialogue Genre() const { return genre_; }
   const Formulaire& Forme() const;
@@ -57,7 +76,7 @@ class LogiqueOptions {
 
  private:
   Dialogue genre_;
-  ReglagesExecution& reglages_;
+  ExecutionsFenetre& executions_;
   FinProgramme& fin_;
   bool charge_ = false;
   int16_t classeEchelle_ = 1;
@@ -112,6 +131,7 @@ class LogiqueQuillon {
   ReglagesExecution& reglages_;
   Services& services_;
   VueQuillon& vue_;
+  ExecutionsFenetre executions_;
   bool menusFichierActifs_ = false;
   TypeFichier TypeFichierSource_ = TypeFichier::Aucun;
   LogiqueOptions valPrecFiab_;

@@ -4,11 +4,15 @@
 
 #include <QApplication>
 #include <QByteArray>
+#include <QDesktopServices>
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QProcess>
+#include <QPushButton>
+#include <QUrl>
 #include <QWidget>
 
 #include "ui/qt/main_window.h"
@@ -70,6 +74,18 @@ void BoitesMessagesQt::Message(Parent parent, const std::string& titre, const st
   boite.exec();
 }
 
+bool BoitesMessagesQt::MessageAvecBouton(Parent parent, const std::string& titre, const std::string& texte,
+                                         const std::string& bouton) {
+  QMessageBox boite(QMessageBox::NoIcon, QString::fromStdString(titre), TexteAffiche(texte), QMessageBox::Ok,
+                    WidgetDe(parent));
+  boite.setTextFormat(Qt::PlainText);
+  const QPushButton* second = boite.addButton(QString::fromStdString(bouton), QMessageBox::ActionRole);
+  boite.setDefaultButton(QMessageBox::Ok);
+  boite.setEscapeButton(QMessageBox::Ok);
+  boite.exec();
+  return boite.clickedButton() == second;
+}
+
 void BoitesMessagesQt::ErreurFatale(Parent parent, const std::string& texte) {
   QMessageBox boite(QMessageBox::Critical, QStringLiteral("Erreur fatale"), TexteAffiche(texte),
                     QMessageBox::Ok, WidgetDe(parent));
@@ -93,6 +109,16 @@ bool ProgrammesQt::Demarrer(const std::string& chemin) {
   if (chemin.empty()) return false;
   return QProcess::startDetached(
       QFile::decodeName(QByteArray(chemin.data(), static_cast<qsizetype>(chemin.size()))), QStringList());
+}
+
+std::string DocumentsQt::DossierTemporaire() {
+  const QByteArray octets = QFile::encodeName(QDir::tempPath() + QLatin1Char('/'));
+  return std::string(octets.constData(), static_cast<std::size_t>(octets.size()));
+}
+
+bool DocumentsQt::Ouvrir(const std::string& chemin) {
+  return QDesktopServices::openUrl(
+      QUrl::fromLocalFile(QFile::decodeName(QByteArray(chemin.data(), static_cast<qsizetype>(chemin.size())))));
 }
 
 }  // namespace quillon

@@ -22,6 +22,8 @@ class DialoguesFichiersQt : public DialoguesFichiers {
 class BoitesMessagesQt : public BoitesMessages {
  public:
   void Message(Parent parent, const std::string& titre, const std::string& texte) override;
+  bool MessageAvecBouton(Parent parent, const std::string& titre, const std::string& texte,
+                         const std::string& bouton) override;
   void ErreurFatale(Parent parent, const std::string& texte) override;
 };
 
@@ -35,6 +37,12 @@ class ProgrammesQt : public Programmes {
  public:
   bool FichierExiste(const std::string& chemin) override;
   bool Demarrer(const std::string& chemin) override;
+};
+
+class DocumentsQt : public Documents {
+ public:
+  std::string DossierTemporaire() override;
+  bool Ouvrir(const std::string& chemin) override;
 };
 
 }  // namespace quillon

@@ -114,7 +114,8 @@ int ModeFenetre(int argc, char** argv, ReglagesExecution& reglages) {
   BoitesMessagesQt messages;
   FinProgrammeQt fin;
   ProgrammesQt programmes;
-  Services services{dialogues, messages, fin, RegistreSysteme(), programmes};
+  DocumentsQt documents;
+  Services services{dialogues, messages, fin, RegistreSysteme(), programmes, documents};
   AffichageFenetre affichage(messages);
   reglages.affichage = &affichage;
 

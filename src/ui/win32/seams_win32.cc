@@ -1,7 +1,9 @@
 #include "ui/win32/seams_win32.h"
 
 #include <windows.h>
+#include <commctrl.h>
 #include <commdlg.h>
+#include <shellapi.h>
 
 #include <vector>
 
@@ -60,6 +62,38 @@ void BoitesMessagesWin32::Message(Parent parent, const std::string& titre, const
   ::MessageBoxW(static_cast<HWND>(parent), Large(texte).c_str(), Large(titre).c_str(), MB_OK);
 }
 
+bool BoitesMessagesWin32::MessageAvecBouton(Parent parent, const std::string& titre, const std::string& texte,
+                                            const std::string& bouton) {
+  // Task dialogs come with common controls 6, which the manifest asks for;
+  // without them, the box has its OK button alone.
+  using TaskDialog = HRESULT(WINAPI*)(const TASKDIALOGCONFIG*, int*, int*, BOOL*);
+  const auto dialogue = reinterpret_cast<TaskDialog>(
+      reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"comctl32.dll"), "TaskDialogIndirect")));
+  if (dialogue == nullptr) {
+    Message(parent, titre, texte);
+    return false;
+  }
+  constexpr int kIdBouton = 100;
+  const std::wstring legende = Large(titre), contenu = Large(texte), texteBouton = Large(bouton);
+  const TASKDIALOG_BUTTON boutons[] = {{kIdBouton, texteBouton.c_str()}};
+  TASKDIALOGCONFIG config{};
+  config.cbSize = sizeof config;
+  config.hwndParent = static_cast<HWND>(parent);
+  config.dwFlags = TDF_ALLOW_DIALOG_CANCELLATION | TDF_POSITION_RELATIVE_TO_WINDOW;
+  config.dwCommonButtons = TDCBF_OK_BUTTON;
+  config.pszWindowTitle = legende.c_str();
+  config.pszContent = contenu.c_str();
+  config.cButtons = 1;
+  config.pButtons = boutons;
+  config.nDefaultButton = IDOK;
+  int choisi = 0;
+  if (FAILED(dialogue(&config, &choisi, nullptr, nullptr))) {
+    Message(parent, titre, texte);
+    return false;
+  }
+  return choisi == kIdBouton;
+}
+
 void BoitesMessagesWin32::ErreurFatale(Parent parent, const std::string& texte) {
   ::MessageBoxW(static_cast<HWND>(parent), Large(texte).c_str(), L"Erreur fatale", MB_OK | MB_ICONERROR);
 }
@@ -100,6 +134,18 @@ bool ProgrammesWin32::Demarrer(const std::string& chemin) {
   ::CloseHandle(processus.hThread);
   ::CloseHandle(processus.hProcess);
   return true;
+}
+
+std::string DocumentsWin32::DossierTemporaire() {
+  wchar_t dossier[MAX_PATH + 1] = {};
+  const DWORD longueur = ::GetTempPathW(MAX_PATH + 1, dossier);
+  return longueur == 0 || longueur > MAX_PATH ? std::string(".\\") : Utf8(dossier);
+}
+
+bool DocumentsWin32::Ouvrir(const std::string& chemin) {
+  const HINSTANCE resultat =
+      ::ShellExecuteW(nullptr, L"open", Large(chemin).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+  return reinterpret_cast<INT_PTR>(resultat) > 32;
 }
 
 }  // namespace quillon::win32

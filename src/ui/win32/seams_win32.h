@@ -18,6 +18,9 @@ class DialoguesFichiersWin32 : public DialoguesFichiers {
 class BoitesMessagesWin32 : public BoitesMessages {
  public:
   void Message(Parent parent, const std::string& titre, const std::string& texte) override;
+  // A task dialog: a message box has no button of a caption of its own.
+  bool MessageAvecBouton(Parent parent, const std::string& titre, const std::string& texte,
+                         const std::string& bouton) override;
   void ErreurFatale(Parent parent, const std::string& texte) override;
 };
 
@@ -31,6 +34,12 @@ class ProgrammesWin32 : public Programmes {
  public:
   bool FichierExiste(const std::string& chemin) override;
   bool Demarrer(const std::string& chemin) override;
+};
+
+class DocumentsWin32 : public Documents {
+ public:
+  std::string DossierTemporaire() override;
+  bool Ouvrir(const std::string& chemin) override;
 };
 
 }  // namespace quillon::win32

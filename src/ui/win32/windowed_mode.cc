@@ -18,7 +18,8 @@ int ModeFenetre(int, char**, ReglagesExecution& reglages) {
   win32::BoitesMessagesWin32 messages;
   win32::FinProgrammeWin32 fin;
   win32::ProgrammesWin32 programmes;
-  Services services{dialogues, messages, fin, RegistreSysteme(), programmes};
+  win32::DocumentsWin32 documents;
+  Services services{dialogues, messages, fin, RegistreSysteme(), programmes, documents};
   AffichageFenetre affichage(messages);
   reglages.affichage = &affichage;
 
