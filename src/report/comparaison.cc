@@ -345,7 +345,10 @@ std::string TexteComparaison(const Comparaison& c, std::string_view finLigne) {
   std::string s;
   auto lignes = [](const std::vector<PointCompare>& p, uint32_t debut, uint32_t nombre) {
     std::string t;
-    for (uint32_t k = 0; k < nombre; ++k) t += (k ? "," : "") + Entier(p[debut + k].ligne);
+    for (uint32_t k = 0; k < nombre; ++k) {
+      if (k) t += ",";
+      t += Entier(p[debut + k].ligne);
+    }
     return t;
   };
   for (const Difference& d : c.differences) {

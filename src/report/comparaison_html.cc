@@ -199,8 +199,14 @@ std::string RapportComparaisonHtml(const Comparaison& c, const std::string& prog
   table(Categorie::Doublon, "Numéros en double", "<th>Identité</th><th>Lignes anciennes</th><th>Lignes nouvelles</th>",
         [&](const Difference& d) {
           std::string la, ln;
-          for (uint32_t m = 0; m < d.nombreAncien; ++m) la += (m ? ", " : "") + Entier(A[d.ancien + m].ligne);
-          for (uint32_t m = 0; m < d.nombreNouveau; ++m) ln += (m ? ", " : "") + Entier(B[d.nouveau + m].ligne);
+          for (uint32_t m = 0; m < d.nombreAncien; ++m) {
+            if (m) la += ", ";
+            la += Entier(A[d.ancien + m].ligne);
+          }
+          for (uint32_t m = 0; m < d.nombreNouveau; ++m) {
+            if (m) ln += ", ";
+            ln += Entier(B[d.nouveau + m].ligne);
+          }
           s += identite(d) + Case(la) + Case(ln);
         });
   table(Categorie::Rejete, "Lignes rejetées", "<th>Fichier</th><th>Ligne</th><th>Messages</th><th>Ligne source</th>",

@@ -273,7 +273,10 @@ std::string RapportHtml(const EnteteRapport& t, const Collecte& c, const Control
         k.doublons.size(), [&](std::size_t r) {
           const Doublon& d = k.doublons[r];
           std::string liste;
-          for (uint32_t m = 0; m < d.nombre; ++m) liste += (m ? ", " : "") + Nombre(k.membresDoublons[d.debut + m] + 1);
+          for (uint32_t m = 0; m < d.nombre; ++m) {
+            if (m) liste += ", ";
+            liste += Nombre(k.membresDoublons[d.debut + m] + 1);
+          }
           const uint32_t premier = k.membresDoublons[d.debut];
           s += "<tr data-l=\"" + Nombre(premier + 1) + "\">" + Case(liste) +
                Case(EchapperHtml(Identite(c, lignes[premier]))) + Case(Metres(d.dy), true) + Case(Metres(d.dx), true) +
@@ -307,7 +310,10 @@ std::string RapportHtml(const EnteteRapport& t, const Collecte& c, const Control
         [&](std::size_t r) {
           const ParChamp& p = k.parChamp[r];
           std::string premieres;
-          for (uint32_t i : p.premieres) premieres += (premieres.empty() ? "" : ", ") + Nombre(i + 1);
+          for (uint32_t i : p.premieres) {
+            if (!premieres.empty()) premieres += ", ";
+            premieres += Nombre(i + 1);
+          }
           s += "<tr>" + Case(Html(p.champ)) + Case(Nombre(p.lignes), true) + Case(premieres) + "</tr>\n";
         });
   if (k.etendue) {
