@@ -12,28 +12,6 @@ namespace {
 
 using Lignes = std::vector<LigneCollectee>;
 
-// Sorts v by cle(element), a 64-bit unsigned key, keeping the order of
-// equal keys: a byte at a time from the lowest, skipping the bytes that all
-// keys share. Linear, where a comparison sort of a million lines is not.
-template <typename T, typename Cle>
-void TrierStable(std::vector<T>& v, Cle cle) {
-  if (v.size() < 2) return;
-  uint64_t ou = 0, et = ~uint64_t{0};
-  for (const T& e : v) ou |= cle(e), et &= cle(e);
-  std::vector<T> tampon(v.size());
-  for (int decalage = 0; decalage < 64; decalage += 8) {
-    if ((((ou ^ et) >> decalage) & 0xFF) == 0) continue;  // the same byte everywhere
-    std::array<std::size_t, 257> debut{};
-    for (const T& e : v) ++debut[((cle(e) >> decalage) & 0xFF) + 1];
-    for (std::size_t b = 1; b < debut.size(); ++b) debut[b] += debut[b - 1];
-    for (const T& e : v) tampon[debut[(cle(e) >> decalage) & 0xFF]++] = e;
-    v.swap(tampon);
-  }
-}
-
-// A signed cell number as a key that sorts in the same order.
-uint64_t CleSignee(int64_t n) { return static_cast<uint64_t>(n) ^ (uint64_t{1} << 63); }
-
 bool MemeIdentite(const Collecte& c, const LigneCollectee& a, const LigneCollectee& b) {
   return a.Identite() && b.Identite() && a.theme == b.theme && a.commune == b.commune && a.plan == b.plan &&
          c.NumeroPoint(a) == c.NumeroPoint(b);
@@ -49,7 +27,6 @@ void Doublons(const Collecte& c, Controles& r) {
     uint32_t i;
   };
   std::vector<Cle> ordre;
-  ordre.reserve(l.size());
   for (uint32_t i = 0; i < l.size(); ++i) {
     if (!l[i].Identite()) continue;
     const LigneCollectee& p = l[i];
@@ -57,8 +34,8 @@ void Doublons(const Collecte& c, Controles& r) {
                           static_cast<uint16_t>(p.plan);
     ordre.push_back({std::hash<std::string_view>{}(c.NumeroPoint(p)) ^ (code * 0x9E3779B97F4A7C15ull), i});
   }
-  // The lines go in by index: a stable sort by hash keeps them so within one.
-  TrierStable(ordre, [](const Cle& e) { return e.hache; });
+  std::sort(ordre.begin(), ordre.end(),
+            [](const Cle& a, const Cle& b) { return std::tie(a.hache, a.i) < std::tie(b.hache, b.i); });
   std::vector<uint32_t> groupe, reste;
   for (std::size_t i = 0; i < ordre.size();) {
     std::size_t j = i + 1;
@@ -107,24 +84,16 @@ void Proches(const Collecte& c, Controles& r) {
   const double cellule = std::max(r.tolerance, 0.001);
   constexpr double kBorne = 1e15;
   auto case_ = [&](double v) { return static_cast<int64_t>(std::floor(std::clamp(v / cellule, -kBorne, kBorne))); };
-  // Packed: 20 bytes where alignment would make 24, for the sort's copy.
-  struct __attribute__((packed)) Entree {
+  struct Entree {
     int64_t cy, cx;
     uint32_t i;
   };
   std::vector<Entree> grille;
-  grille.reserve(l.size());
   for (uint32_t i = 0; i < l.size(); ++i) {
     if (l[i].Coordonnees()) grille.push_back({case_(l[i].y), case_(l[i].x), i});
   }
-  auto avant = [](const Entree& a, const Entree& b) {
-    const int64_t ay = a.cy, ax = a.cx, by = b.cy, bx = b.cx;
-    const uint32_t ai = a.i, bi = b.i;
-    return std::tie(ay, ax, ai) < std::tie(by, bx, bi);
-  };
-  // By row, then column, then line: the lines go in by index.
-  TrierStable(grille, [](const Entree& e) { return CleSignee(e.cx); });
-  TrierStable(grille, [](const Entree& e) { return CleSignee(e.cy); });
+  auto avant = [](const Entree& a, const Entree& b) { return std::tie(a.cy, a.cx, a.i) < std::tie(b.cy, b.cx, b.i); };
+  std::sort(grille.begin(), grille.end(), avant);
   const double seuil = r.tolerance + 1e-7;  // coordinates are decimal: 0.01 apart may compute as 0.0100000001
   auto comparer = [&](uint32_t a, uint32_t b) {
     const LigneCollectee &p = l[a], &q = l[b];
