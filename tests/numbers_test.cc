@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <charconv>
 #include <clocale>
 #include <cmath>
 
+#include "export/records.h"
 #include "formats/numbers.h"
 
 namespace quillon {
@@ -179,6 +181,25 @@ TEST(Nombres, FormatRapideIdentiqueAuFormatGeneral) {
       ASSERT_TRUE(PlacerDecimal(v, decimales, champ, sizeof champ));
       EXPECT_EQ(Rogner(std::string_view(champ, sizeof champ)), general) << v << " placed with " << decimales;
     }
+  }
+}
+
+// The exports' short path for thousandths writes what std::to_chars writes:
+// on chosen values (signs, zeros, the scientific form of round numbers, the
+// edge of its range) and on a sweep of thousandths and of any bit patterns.
+TEST(Nombres, TexteReelCommeToChars) {
+  std::vector<double> valeurs = {0.0, -0.0, 0.001, 0.005, -0.5, 12, 1e5, 1e6, 2.6e6, -1.2e6, 2600000.125,
+                                 999999999999.999, 1e12, 1e15, 0.1 + 0.2, 1e-7, 123456789012.0, NAN};
+  uint64_t graine = 12345;
+  for (int i = 0; i < 200000; ++i) {
+    graine = graine * 6364136223846793005u + 1442695040888963407u;
+    const auto milliemes = static_cast<int64_t>(graine >> 14) - (int64_t{1} << 49);
+    valeurs.push_back(static_cast<double>(milliemes >> (i % 40)) / 1000);
+    valeurs.push_back(std::bit_cast<double>(graine));
+  }
+  for (double v : valeurs) {
+    char attendu[32];
+    EXPECT_EQ(TexteReel(v), std::string(attendu, std::to_chars(attendu, attendu + 32, v).ptr)) << v;
   }
 }
 

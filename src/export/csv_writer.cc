@@ -9,10 +9,12 @@ namespace {
 
 void AjouterTexteCsv(std::string& ligne, std::string_view texte) {
   ligne += '"';
-  for (char c : texte) {
-    if (c == '"') ligne += '"';
-    ligne += c;
+  for (std::size_t guillemet; (guillemet = texte.find('"')) != std::string_view::npos;) {
+    ligne.append(texte.substr(0, guillemet + 1));
+    ligne += '"';
+    texte.remove_prefix(guillemet + 1);
   }
+  ligne.append(texte);
   ligne += '"';
 }
 
@@ -43,19 +45,19 @@ class Csv : public EcrivainExport {
 
   bool Ecrire(const Enregistrement& e) override {
     ligne_ = "\"POINT (";
-    ligne_ += TexteReel(e.y);
+    AjouterReel(ligne_, e.y);
     ligne_ += ' ';
-    ligne_ += TexteReel(e.x);
+    AjouterReel(ligne_, e.x);
     ligne_ += ")\"";
     const auto colonnes = ColonnesDe(e.couche);
     for (std::size_t k = 0; k < colonnes.size(); ++k) {
       ligne_ += ',';
       const Valeur& v = e.valeurs[k];
       if (!v.present) continue;
-      if (colonnes[k].type == TypeChamp::Texte) {
-        AjouterTexteCsv(ligne_, v.texte);
-      } else {
-        ligne_ += TexteDuChamp(v, colonnes[k].type);
+      switch (colonnes[k].type) {
+        case TypeChamp::Entier: AjouterEntier(ligne_, v.entier); break;
+        case TypeChamp::Reel: AjouterReel(ligne_, v.reel); break;
+        case TypeChamp::Texte: AjouterTexteCsv(ligne_, v.texte); break;
       }
     }
     const int i = static_cast<int>(e.couche);

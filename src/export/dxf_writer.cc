@@ -20,7 +20,9 @@ std::string NomCalque(int32_t theme) {
 
 class Dxf : public EcrivainExport {
  public:
-  Dxf(const std::string& base, SystemeFichiers& systeme) : systeme_(systeme), nom_(base + ".dxf") {}
+  Dxf(const std::string& base, SystemeFichiers& systeme) : systeme_(systeme), nom_(base + ".dxf") {
+    for (int32_t theme = 0; theme < 100; ++theme) calques_[theme] = NomCalque(theme);
+  }
   ~Dxf() override { Abandonner(); }
 
   bool Commencer(const EnteteExport& entete) override {
@@ -64,21 +66,27 @@ class Dxf : public EcrivainExport {
   }
 
   bool Ecrire(const Enregistrement& e) override {
-    const std::string calque = NomCalque(e.couche == Couche::Points ? e.theme : -1);
-    Groupe(0, "POINT");
-    Groupe(8, calque);
-    Coordonnees(e.y, e.x, e.altitude);
+    const int32_t theme = e.couche == Couche::Points ? e.theme : -1;
+    if (theme >= 100 || theme < -1) autreCalque_ = NomCalque(theme);
+    const std::string& calque = theme >= 0 && theme < 100 ? calques_[theme] : theme == -1 ? rejets_ : autreCalque_;
+    ligne_.clear();
+    Ajouter(0, "POINT");
+    Ajouter(8, calque);
+    AjouterCoordonnees(e.y, e.x, e.altitude);
     if (!e.numero.empty()) {
-      Groupe(0, "TEXT");
-      Groupe(8, calque);
-      Coordonnees(e.y + kDecalageTexte, e.x + kDecalageTexte, e.altitude);
-      Groupe(40, TexteReel(kHauteurTexte));
-      std::string texte = Utf8VersCp1252(e.numero);
-      for (char& c : texte) {
-        if (c == '\r' || c == '\n') c = ' ';
+      Ajouter(0, "TEXT");
+      Ajouter(8, calque);
+      AjouterCoordonnees(e.y + kDecalageTexte, e.x + kDecalageTexte, e.altitude);
+      Ajouter(40, hauteur_);
+      ligne_ += "1\r\n";
+      const std::size_t debut = ligne_.size();
+      ligne_ += Utf8VersCp1252(e.numero);
+      for (std::size_t k = debut; k < ligne_.size(); ++k) {
+        if (ligne_[k] == '\r' || ligne_[k] == '\n') ligne_[k] = ' ';
       }
-      Groupe(1, texte);
+      ligne_ += "\r\n";
     }
+    flux_.Write(ligne_);
     return !flux_.EnErreur() || Echouer(nom_, RaisonFatale::Ecriture);
   }
 
@@ -94,6 +102,24 @@ class Dxf : public EcrivainExport {
   void Groupe(int code, std::string_view valeur) {
     flux_.WriteLine(TexteEntier(code));
     flux_.WriteLine(valeur);
+  }
+
+  // The same groups, added to the text of one entity, written at once.
+  void Ajouter(int code, std::string_view valeur) {
+    AjouterEntier(ligne_, code);
+    ligne_ += "\r\n";
+    ligne_ += valeur;
+    ligne_ += "\r\n";
+  }
+
+  void AjouterCoordonnees(double y, double x, double z) {
+    ligne_ += "10\r\n";
+    AjouterReel(ligne_, y);
+    ligne_ += "\r\n20\r\n";
+    AjouterReel(ligne_, x);
+    ligne_ += "\r\n30\r\n";
+    AjouterReel(ligne_, z);
+    ligne_ += "\r\n";
   }
 
   void Coordonnees(double y, double x, double z) {
@@ -113,6 +139,12 @@ class Dxf : public EcrivainExport {
   SystemeFichiers& systeme_;
   std::string nom_;
   FluxTexte flux_;
+  // The names of the layers, and the text of one entity, made once.
+  std::string calques_[100];
+  const std::string rejets_ = NomCalque(-1);
+  std::string autreCalque_;
+  const std::string hauteur_ = TexteReel(kHauteurTexte);
+  std::string ligne_;
 };
 
 }  // namespace

@@ -82,11 +82,12 @@ bool Parcourir(const DemandeExport& d, BilanExport& bilan, F&& f) {
 
 bool CoordonneesLues(const Point& p) { return !std::isnan(p.CoordY) && !std::isnan(p.CoordX); }
 
-// Trimmed of its blanks, in UTF-8.
-std::string TexteUtf8(std::string_view texte) {
+// Trimmed of its blanks, in UTF-8, into `sortie` (which keeps its room).
+void TexteUtf8(std::string_view texte, std::string& sortie) {
+  sortie.clear();
   const std::size_t debut = texte.find_first_not_of(' ');
-  if (debut == std::string_view::npos) return {};
-  return Cp1252VersUtf8(texte.substr(debut, texte.find_last_not_of(' ') - debut + 1));
+  if (debut == std::string_view::npos) return;
+  AjouterCp1252EnUtf8(sortie, texte.substr(debut, texte.find_last_not_of(' ') - debut + 1));
 }
 
 void Entier(Valeur& v, int64_t n, bool present = true) {
@@ -97,11 +98,16 @@ void Reel(Valeur& v, double x, bool present = true) {
   v.present = present;
   v.reel = x;
 }
-void Texte(Valeur& v, std::string texte) {
+void Texte(Valeur& v, std::string_view texte) {
   v.present = !texte.empty();
-  v.texte = std::move(texte);
+  v.texte = texte;
 }
-std::string OuiNon(int32_t code) { return code == kOui ? "O" : code == kNon ? "N" : ""; }
+// Trimmed, in UTF-8.
+void TexteSource(Valeur& v, std::string_view texte) {
+  TexteUtf8(texte, v.texte);
+  v.present = !v.texte.empty();
+}
+const char* OuiNon(int32_t code) { return code == kOui ? "O" : code == kNon ? "N" : ""; }
 
 // The messages of the log lines of one line: its reading and writing
 // errors and notes, without their line numbers, one after the other.
@@ -147,7 +153,7 @@ void RemplirPoint(const Point& p, int64_t ligne, Enregistrement& e) {
   e.x = p.CoordX;
   e.altitude = p.Altitude;
   e.theme = p.Theme;
-  e.numero = TexteUtf8(p.NoPoint);
+  TexteUtf8(p.NoPoint, e.numero);
   auto& v = e.valeurs;
   const bool altitude = p.Altitude != 0;
   Entier(v[0], p.Theme);
@@ -164,8 +170,8 @@ void RemplirPoint(const Point& p, int64_t ligne, Enregistrement& e) {
   Texte(v[11], altitude ? OuiNon(p.FiabAlt) : "");
   Entier(v[12], p.Valeur, p.Valeur != 0);
   Texte(v[13], OuiNon(p.FichePFP3));
-  Texte(v[14], TexteUtf8(p.Commentaire));
-  Texte(v[15], TexteUtf8(p.Type));
+  TexteSource(v[14], p.Commentaire);
+  TexteSource(v[15], p.Type);
   Entier(v[16], ligne);
 }
 
@@ -175,7 +181,7 @@ void RemplirRejet(const Point& p, int64_t ligne, std::string_view source, std::s
   e.x = p.CoordX;
   e.altitude = 0;
   e.theme = -1;
-  e.numero = TexteUtf8(p.NoPoint);
+  TexteUtf8(p.NoPoint, e.numero);
   auto& v = e.valeurs;
   Entier(v[0], ligne);
   Entier(v[1], p.Theme, p.Theme != kIdentiteInconnue);

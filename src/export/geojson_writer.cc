@@ -1,8 +1,13 @@
-// GeoJSON: one FeatureCollection per layer, one feature a line, written
-// with the JSON library feature by feature. The coordinates stay in the
-// file's own system, named by a "crs" member as GDAL writes it for
-// projected data: not the longitude and latitude of RFC 7946.
+// GeoJSON: one FeatureCollection per layer, one feature a line, in the
+// JSON library's compact form. A feature is written as text straight into
+// the line, the library serving the texts and numbers that need escaping
+// or an unusual form: building a JSON object per point cost several times
+// the conversion. The coordinates stay in the file's own system, named by a
+// "crs" member as GDAL writes it for projected data: not the longitude and
+// latitude of RFC 7946.
 #include <nlohmann/json.hpp>
+
+#include <algorithm>
 
 #include "export/writers.h"
 #include "io/text_file.h"
@@ -11,6 +16,32 @@ namespace quillon {
 namespace {
 
 using json = nlohmann::ordered_json;
+
+void AjouterJson(std::string& ligne, const json& valeur) {
+  ligne += valeur.dump(-1, ' ', false, json::error_handler_t::replace);
+}
+
+// A number as the library writes it: a whole number of thousandths with
+// ".0" after a whole value ("2600000.0"); any other through the library.
+void AjouterNombre(std::string& ligne, double v) {
+  char tampon[32];
+  char* fin = TexteMilliemes(tampon, v);
+  if (fin == nullptr) return AjouterJson(ligne, v);
+  ligne.append(tampon, fin);
+  if (std::find(tampon, fin, '.') == fin) ligne += ".0";
+}
+
+// A text as the library writes it: printable ASCII without quote or
+// backslash as it is, between quotes; any other through the library.
+void AjouterTexte(std::string& ligne, std::string_view texte) {
+  for (char c : texte) {
+    const auto o = static_cast<unsigned char>(c);
+    if (o < 0x20 || o >= 0x7F || c == '"' || c == '\\') return AjouterJson(ligne, std::string(texte));
+  }
+  ligne += '"';
+  ligne += texte;
+  ligne += '"';
+}
 
 class GeoJson : public EcrivainExport {
  public:
@@ -38,25 +69,33 @@ class GeoJson : public EcrivainExport {
   }
 
   bool Ecrire(const Enregistrement& e) override {
-    json proprietes = json::object();
+    const int i = static_cast<int>(e.couche);
+    ligne_ = premier_[i] ? "\n" : ",\n";
+    premier_[i] = false;
+    ligne_ += "{\"type\":\"Feature\",\"properties\":{";
     const auto colonnes = ColonnesDe(e.couche);
     for (std::size_t k = 0; k < colonnes.size(); ++k) {
+      if (k > 0) ligne_ += ',';
+      ligne_ += '"';
+      ligne_ += colonnes[k].nom;
+      ligne_ += "\":";
       const Valeur& v = e.valeurs[k];
-      json& p = proprietes[colonnes[k].nom];
-      if (!v.present) continue;  // null
+      if (!v.present) {
+        ligne_ += "null";
+        continue;
+      }
       switch (colonnes[k].type) {
-        case TypeChamp::Entier: p = v.entier; break;
-        case TypeChamp::Reel: p = v.reel; break;
-        case TypeChamp::Texte: p = v.texte; break;
+        case TypeChamp::Entier: AjouterEntier(ligne_, v.entier); break;
+        case TypeChamp::Reel: AjouterNombre(ligne_, v.reel); break;
+        case TypeChamp::Texte: AjouterTexte(ligne_, v.texte); break;
       }
     }
-    const json objet = {{"type", "Feature"},
-                        {"properties", std::move(proprietes)},
-                        {"geometry", {{"type", "Point"}, {"coordinates", {e.y, e.x}}}}};
-    const int i = static_cast<int>(e.couche);
-    flux_[i].Write(premier_[i] ? "\n" : ",\n");
-    premier_[i] = false;
-    flux_[i].Write(objet.dump(-1, ' ', false, json::error_handler_t::replace));
+    ligne_ += "},\"geometry\":{\"type\":\"Point\",\"coordinates\":[";
+    AjouterNombre(ligne_, e.y);
+    ligne_ += ',';
+    AjouterNombre(ligne_, e.x);
+    ligne_ += "]}}";
+    flux_[i].Write(ligne_);
     return !flux_[i].EnErreur() || Echouer(noms_[i], RaisonFatale::Ecriture);
   }
 
@@ -80,6 +119,7 @@ class GeoJson : public EcrivainExport {
   std::string noms_[2];
   FluxTexte flux_[2];
   bool premier_[2] = {true, true};
+  std::string ligne_;
 };
 
 }  // namespace

@@ -1,6 +1,8 @@
 #include "export/records.h"
 
+#include <algorithm>
 #include <charconv>
+#include <cmath>
 
 namespace quillon {
 namespace {
@@ -30,16 +32,56 @@ std::span<const Colonne> ColonnesDe(Couche couche) {
   return kRejets;
 }
 
-std::string TexteReel(double v) {
+char* TexteMilliemes(char* p, double v) {
+  if (!(std::fabs(v) < 1e12) || (v == 0 && std::signbit(v))) return nullptr;
+  const int64_t milliemes = std::llround(v * 1000);
+  if (static_cast<double>(milliemes) / 1000 != v) return nullptr;
+  const uint64_t reste = milliemes < 0 ? -static_cast<uint64_t>(milliemes) : static_cast<uint64_t>(milliemes);
+  if (milliemes < 0) *p++ = '-';
+  p = std::to_chars(p, p + 20, reste / 1000).ptr;
+  int fraction = static_cast<int>(reste % 1000);
+  if (fraction != 0) {
+    *p++ = '.';
+    for (int diviseur = 100; fraction != 0; diviseur /= 10) {
+      *p++ = static_cast<char>('0' + fraction / diviseur);
+      fraction %= diviseur;
+    }
+  }
+  return p;
+}
+
+void AjouterReel(std::string& texte, double v) {
   char tampon[32];
+  char* fin = TexteMilliemes(tampon, v);
+  if (fin != nullptr && std::find(tampon, fin, '.') == fin) {
+    // A whole number: std::to_chars writes it in scientific form ("1e+06")
+    // when that is shorter than the fixed one.
+    const char* chiffres = tampon[0] == '-' ? tampon + 1 : tampon;
+    const char* significatif = fin;
+    while (significatif - chiffres > 1 && significatif[-1] == '0') --significatif;
+    const long n = significatif - chiffres;
+    if (n + (n > 1 ? 1 : 0) + 4 < fin - chiffres) fin = nullptr;
+  }
+  if (fin == nullptr) fin = std::to_chars(tampon, tampon + sizeof tampon, v).ptr;
+  texte.append(tampon, fin);
+}
+
+void AjouterEntier(std::string& texte, int64_t v) {
+  char tampon[24];
   const auto r = std::to_chars(tampon, tampon + sizeof tampon, v);
-  return {tampon, r.ptr};
+  texte.append(tampon, r.ptr);
+}
+
+std::string TexteReel(double v) {
+  std::string texte;
+  AjouterReel(texte, v);
+  return texte;
 }
 
 std::string TexteEntier(int64_t v) {
-  char tampon[24];
-  const auto r = std::to_chars(tampon, tampon + sizeof tampon, v);
-  return {tampon, r.ptr};
+  std::string texte;
+  AjouterEntier(texte, v);
+  return texte;
 }
 
 std::string TexteDuChamp(const Valeur& v, TypeChamp type) {

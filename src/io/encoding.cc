@@ -82,10 +82,22 @@ bool Decoder(std::string_view t, std::size_t& i, char32_t& c, bool surrogats = f
 
 }  // namespace
 
+void AjouterCp1252EnUtf8(std::string& sortie, std::string_view texte) {
+  while (!texte.empty()) {
+    // ASCII, the same bytes in both, goes through in one piece.
+    std::size_t ascii = 0;
+    while (ascii < texte.size() && static_cast<unsigned char>(texte[ascii]) < 0x80) ++ascii;
+    sortie.append(texte.substr(0, ascii));
+    if (ascii == texte.size()) return;
+    AjouterUtf8(sortie, PointCode(static_cast<unsigned char>(texte[ascii])));
+    texte.remove_prefix(ascii + 1);
+  }
+}
+
 std::string Cp1252VersUtf8(std::string_view texte) {
   std::string sortie;
   sortie.reserve(texte.size() + texte.size() / 8);
-  for (char c : texte) AjouterUtf8(sortie, PointCode(static_cast<unsigned char>(c)));
+  AjouterCp1252EnUtf8(sortie, texte);
   return sortie;
 }
 

@@ -9,6 +9,8 @@
 namespace quillon {
 
 std::string Cp1252VersUtf8(std::string_view texte);
+// The same, added at the end of `sortie`, which keeps its room.
+void AjouterCp1252EnUtf8(std::string& sortie, std::string_view texte);
 
 // Strict UTF-8: no overlong form, no surrogate, nothing past U+10FFFF.
 bool EstUtf8(std::string_view texte);
