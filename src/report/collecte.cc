@@ -1,6 +1,7 @@
 #include "report/collecte.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "formats/field_readers.h"
 
@@ -24,12 +25,6 @@ void Collecte::Debut() {
   identiteRejetee_ = false;
 }
 
-uint32_t Collecte::Garder(std::string_view texte) {
-  const auto debut = static_cast<uint32_t>(textes_.size());
-  textes_.append(texte);
-  return debut;
-}
-
 uint16_t Collecte::Interner(std::string_view texte) {
   const auto trouve = indexFixes_.find(std::string(texte));
   if (trouve != indexFixes_.end()) return trouve->second;
@@ -48,11 +43,12 @@ void Collecte::ChampRejete(bool lecture, std::initializer_list<std::string_view>
   m.tete = Interner(message.size() > 0 ? morceau[0] : "");
   if (message.size() > 1) {
     const std::string_view texte = morceau[1].substr(0, 200);
-    m.debutTexte = Garder(texte);
+    m.debutTexte = textes_.Garder(texte);
     m.longueurTexte = static_cast<uint16_t>(texte.size());
   }
   if (message.size() > 2) m.fin = Interner(morceau[2]);
   if (lecture && TeteIdentite(morceau[0])) identiteRejetee_ = true;
+  m.ligne = static_cast<uint32_t>(lignes_.size());
   messages_.push_back(m);
 }
 
@@ -65,8 +61,8 @@ void Collecte::Ligne(const LigneObservee& vue) {
     l.drapeaux |= LigneCollectee::kCoordonnees;
   }
   l.altitude = p.Altitude;
-  const std::string_view numero = std::string_view(p.NoPoint).substr(0, 255);
-  l.debutNumero = Garder(numero);
+  const std::string_view numero = std::string_view(p.NoPoint).substr(0, LigneCollectee::kNumeroMax);
+  std::memcpy(l.numero, numero.data(), numero.size());
   l.longueurNumero = static_cast<uint8_t>(numero.size());
   l.commune = p.NoCommune;
   l.plan = p.NoPlan;
@@ -80,7 +76,8 @@ void Collecte::Ligne(const LigneObservee& vue) {
   identiteRejetee_ = false;
   if (vue.issue == IssueLigne::Rejetee && tailleSources_ < kTailleSources) {
     const std::string_view texte = vue.texte.substr(0, kLongueurSource);
-    sources_.push_back({static_cast<uint32_t>(lignes_.size()), Garder(texte), static_cast<uint32_t>(texte.size())});
+    sources_.push_back(
+        {static_cast<uint32_t>(lignes_.size()), textes_.Garder(texte), static_cast<uint32_t>(texte.size())});
     tailleSources_ += texte.size();
   }
   lignes_.push_back(l);

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -48,6 +49,8 @@ struct Controles {
   std::vector<Doublon> doublons;
   std::vector<uint32_t> membresDoublons;
   std::vector<PointsProches> proches;  // at most kProchesMax, by first line
+  // The search stopped early: kProchesMax pairs found, or so many points on
+  // one spot that comparing them all would take too long.
   bool prochesTronques = false;
   std::vector<uint32_t> eloignes;
   std::vector<uint32_t> sansCoordonnees;
@@ -61,6 +64,28 @@ struct Controles {
 inline constexpr std::size_t kProchesMax = 1'000'000;
 inline constexpr std::size_t kPremieresLignes = 10;
 
+// The checks fed line by line, as the lines are collected: everything but
+// what needs all of them (the quartiles, the order of the results) is done
+// by the time the last line is added. Ajouter may run on another thread than
+// the collect's, over lines the collect has finished.
+class Controleur {
+ public:
+  // `lignesAttendues`, the lines the source is thought to hold, sizes the
+  // tables at once; more lines only make them grow.
+  Controleur(const Collecte& collecte, double tolerance, std::size_t lignesAttendues = 0);
+  ~Controleur();
+  // The lines from the last one added up to `fin` (excluded).
+  void Ajouter(std::size_t fin);
+  // Once every line has been added; the controller is spent, and gives
+  // its memory back when it goes.
+  Controles Terminer();
+
+ private:
+  struct Etat;
+  std::unique_ptr<Etat> e_;
+};
+
+// Every line of the collect at once.
 Controles Controler(const Collecte& collecte, double tolerance);
 
 // Rounded to a tenth of a millimetre, as the reports give distances.

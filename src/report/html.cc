@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <map>
+#include <thread>
 
 #include "io/encoding.h"
 #include "rapport_js.h"
@@ -110,36 +111,109 @@ std::string Case(std::string_view texte, bool nombre = false) {
   return std::string(nombre ? "<td class=\"n\">" : "<td>") + std::string(texte) + "</td>";
 }
 
-void Donnees(std::string& s, const Collecte& c, const Controles& k, const std::vector<uint8_t>& drapeaux,
-             std::string& notes) {
-  const auto& lignes = c.Lignes();
-  const Etendue e = k.etendueDessin.value_or(Etendue{});
-  const double oy = std::floor(e.yMin), ox = std::floor(e.xMin);
-  auto mm = [](double v) { return static_cast<int64_t>(std::llround(std::clamp(v * 1000, -1e15, 1e15))); };
-  const int64_t w = mm(e.yMax - oy), h = mm(e.xMax - ox);
-  std::size_t avecCoordonnees = 0;
-  for (const LigneCollectee& l : lignes) avecCoordonnees += l.Coordonnees();
-  const bool tous = avecCoordonnees <= kPointsTous;
+// Where the points are drawn: their origin, in whole metres, and their
+// width and height in millimetres; above kPointsTous, the cells of the
+// density picture.
+struct Cadre {
+  double oy = 0, ox = 0;
+  int64_t w = 0, h = 0;
+  bool tous = true;
+  int64_t nx = 0, ny = 0;
+};
 
-  std::map<int, int> themes;
-  for (std::size_t i = 0; i < lignes.size(); ++i) {
-    if (lignes[i].Coordonnees() && (tous || drapeaux[i] != 0)) themes.emplace(lignes[i].theme, 0);
+int64_t Millimetres(double v) { return static_cast<int64_t>(std::llround(std::clamp(v * 1000, -1e15, 1e15))); }
+
+Cadre CadreDe(const Collecte& c, const Controles& k) {
+  Cadre d;
+  const Etendue e = k.etendueDessin.value_or(Etendue{});
+  d.oy = std::floor(e.yMin), d.ox = std::floor(e.xMin);
+  d.w = Millimetres(e.yMax - d.oy), d.h = Millimetres(e.xMax - d.ox);
+  d.tous = c.Lignes().size() - k.sansCoordonnees.size() <= kPointsTous;
+  if (!d.tous) {
+    // 512 cells along the longer side, square cells.
+    const int64_t w = d.w, h = d.h;
+    d.nx = w >= h ? 512 : std::max<int64_t>(1, std::min<int64_t>(512, (512 * w + h - 1) / std::max<int64_t>(h, 1)));
+    d.ny = w >= h ? std::max<int64_t>(1, std::min<int64_t>(512, (512 * h + w - 1) / std::max<int64_t>(w, 1))) : 512;
   }
-  s += "<script type=\"application/json\" id=\"donnees\">{\"o\":[" + Metres(oy) + "," + Metres(ox) + "],\"e\":[" +
-       Nombre(w) + "," + Nombre(h) + "],\"t\":[";
-  int index = 0;
-  for (auto& [theme, rang] : themes) {
-    if (index > 0) s += ',';
-    rang = index++;
-    AjouterJson(s, TexteTheme(theme));
+  return d;
+}
+
+// What the report takes from every line, in one pass (two halves at once
+// for a large file): each line's flags, the rejected lines, and the
+// density of the points above kPointsTous.
+struct Passage {
+  std::vector<uint8_t> drapeaux;
+  std::vector<uint32_t> rejetees;
+  std::vector<uint32_t> densite;  // by cell, row after row
+};
+
+void Parcourir(const Collecte& c, const Cadre& d, std::size_t debut, std::size_t fin, std::vector<uint8_t>& drapeaux,
+               Passage& p) {
+  auto cellule = [](double v, int64_t mm, int64_t n) {
+    const double t = mm > 0 ? v * 1000 * static_cast<double>(n) / static_cast<double>(mm) : 0;
+    return t >= static_cast<double>(n - 1) ? n - 1 : t > 0 ? static_cast<int64_t>(t) : 0;
+  };
+  if (!d.tous) p.densite.assign(static_cast<std::size_t>(d.nx * d.ny), 0);
+  for (std::size_t i = debut; i < fin; ++i) {
+    const LigneCollectee& l = c.Lignes()[i];
+    if (l.Issue() == IssueLigne::Rejetee) drapeaux[i] |= kRejete, p.rejetees.push_back(static_cast<uint32_t>(i));
+    if (l.Issue() == IssueLigne::Ignoree) drapeaux[i] |= kIgnore;
+    if (!d.tous && l.Coordonnees()) {
+      ++p.densite[static_cast<std::size_t>(cellule(l.x - d.ox, d.h, d.ny) * d.nx + cellule(l.y - d.oy, d.w, d.nx))];
+    }
+  }
+}
+
+Passage Parcourir(const Collecte& c, const Controles& k, const Cadre& d) {
+  const std::size_t n = c.Lignes().size();
+  Passage p;
+  p.drapeaux.resize(n);
+  if (n < 200'000) {
+    Parcourir(c, d, 0, n, p.drapeaux, p);
+  } else {
+    // Each half writes its own flags of the one array.
+    Passage second;
+    std::thread apres([&] { Parcourir(c, d, n / 2, n, p.drapeaux, second); });
+    Parcourir(c, d, 0, n / 2, p.drapeaux, p);
+    apres.join();
+    p.rejetees.insert(p.rejetees.end(), second.rejetees.begin(), second.rejetees.end());
+    for (std::size_t i = 0; i < p.densite.size(); ++i) p.densite[i] += second.densite[i];
+  }
+  for (uint32_t i : k.membresDoublons) p.drapeaux[i] |= kDoublon;
+  for (const PointsProches& q : k.proches) p.drapeaux[q.a] |= kProche, p.drapeaux[q.b] |= kProche;
+  for (uint32_t i : k.eloignes) p.drapeaux[i] |= kEloigne;
+  return p;
+}
+
+// The points to draw: every one up to kPointsTous, and above only those
+// with a flag, with the density of all of them.
+void Donnees(std::string& s, const Collecte& c, const Cadre& d, const Passage& passage, std::string& notes) {
+  const auto& lignes = c.Lignes();
+  const std::vector<uint8_t>& drapeaux = passage.drapeaux;
+  const bool tous = d.tous;
+  // In order of line; above kPointsTous, the flags tell which first.
+  auto dessines = [&](auto&& f) {
+    for (std::size_t i = 0; i < lignes.size(); ++i) {
+      if ((tous || drapeaux[i] != 0) && lignes[i].Coordonnees()) f(i, lignes[i]);
+    }
+  };
+
+  std::array<int, 256> themes{};  // by theme: its rank in the legend, plus one
+  dessines([&](std::size_t, const LigneCollectee& l) { themes[l.theme] = 1; });
+  s += "<script type=\"application/json\" id=\"donnees\">{\"o\":[" + Metres(d.oy) + "," + Metres(d.ox) +
+       "],\"e\":[" + Nombre(d.w) + "," + Nombre(d.h) + "],\"t\":[";
+  int rang = 0;
+  for (std::size_t t = 0; t < themes.size(); ++t) {
+    if (themes[t] == 0) continue;
+    if (rang > 0) s += ',';
+    themes[t] = ++rang;
+    AjouterJson(s, TexteTheme(static_cast<int>(t)));
   }
   s += "],\"p\":[";
   std::string ids;
   std::array<std::size_t, 4> pris{}, laisses{};
   bool premier = true;
-  for (std::size_t i = 0; i < lignes.size(); ++i) {
-    const LigneCollectee& l = lignes[i];
-    if (!l.Coordonnees()) continue;
+  dessines([&](std::size_t i, const LigneCollectee& l) {
     if (!tous) {
       bool garde = false;
       for (int b = 0; b < 4; ++b) {
@@ -147,27 +221,19 @@ void Donnees(std::string& s, const Collecte& c, const Controles& k, const std::v
         if (pris[b] < kParSorte) garde = true, ++pris[b];
         else ++laisses[b];
       }
-      if (!garde) continue;
+      if (!garde) return;
     }
     if (!premier) s += ',', ids += ',';
     premier = false;
-    s += Nombre(mm(l.y - oy)) + ',' + Nombre(mm(l.x - ox)) + ',' + Nombre(static_cast<int64_t>(i) + 1) + ',' +
-         Nombre(themes[l.theme]) + ',' + Nombre(drapeaux[i]);
+    s += Nombre(Millimetres(l.y - d.oy)) + ',' + Nombre(Millimetres(l.x - d.ox)) + ',' +
+         Nombre(static_cast<int64_t>(i) + 1) + ',' + Nombre(themes[l.theme] - 1) + ',' + Nombre(drapeaux[i]);
     AjouterJson(ids, Identite(c, l));
-  }
+  });
   s += "],\"id\":[" + ids + "]";
   if (!tous) {
     // Every point in a grid of cells, counted.
-    const int64_t nx = w >= h ? 512 : std::max<int64_t>(1, std::min<int64_t>(512, (512 * w + h - 1) / std::max<int64_t>(h, 1)));
-    const int64_t ny = w >= h ? std::max<int64_t>(1, std::min<int64_t>(512, (512 * h + w - 1) / std::max<int64_t>(w, 1))) : 512;
-    std::vector<uint32_t> cellules(static_cast<std::size_t>(nx * ny));
-    for (const LigneCollectee& l : lignes) {
-      if (!l.Coordonnees()) continue;
-      const int64_t i = w > 0 ? std::clamp<int64_t>(mm(l.y - oy) * nx / w, 0, nx - 1) : 0;
-      const int64_t j = h > 0 ? std::clamp<int64_t>(mm(l.x - ox) * ny / h, 0, ny - 1) : 0;
-      ++cellules[static_cast<std::size_t>(j * nx + i)];
-    }
-    s += ",\"d\":{\"n\":[" + Nombre(nx) + "," + Nombre(ny) + "],\"c\":[";
+    const std::vector<uint32_t>& cellules = passage.densite;
+    s += ",\"d\":{\"n\":[" + Nombre(d.nx) + "," + Nombre(d.ny) + "],\"c\":[";
     premier = true;
     for (std::size_t i = 0; i < cellules.size(); ++i) {
       if (cellules[i] == 0) continue;
@@ -208,14 +274,9 @@ std::string EchapperHtml(std::string_view utf8) {
 
 std::string RapportHtml(const EnteteRapport& t, const Collecte& c, const Controles& k) {
   const auto& lignes = c.Lignes();
-  std::vector<uint8_t> drapeaux(lignes.size());
-  for (std::size_t i = 0; i < lignes.size(); ++i) {
-    if (lignes[i].Issue() == IssueLigne::Rejetee) drapeaux[i] |= kRejete;
-    if (lignes[i].Issue() == IssueLigne::Ignoree) drapeaux[i] |= kIgnore;
-  }
-  for (uint32_t i : k.membresDoublons) drapeaux[i] |= kDoublon;
-  for (const PointsProches& p : k.proches) drapeaux[p.a] |= kProche, drapeaux[p.b] |= kProche;
-  for (uint32_t i : k.eloignes) drapeaux[i] |= kEloigne;
+  const Cadre cadre = CadreDe(c, k);
+  const Passage passage = Parcourir(c, k, cadre);
+  const std::vector<uint32_t>& rejetees = passage.rejetees;
 
   std::string s = Debut("Rapport de contrôle – " + Nom(t.source), std::string("'") + kHashScriptRapport + "'");
   s += "<h1>Rapport de contrôle</h1>\n<p class=\"verdict ";
@@ -243,13 +304,9 @@ std::string RapportHtml(const EnteteRapport& t, const Collecte& c, const Control
        "<span id=\"legende\"></span></div>\n<div class=\"cadre\"><canvas id=\"dessin\"></canvas>"
        "<div id=\"bulle\" hidden></div></div>\n";
   std::string donnees;
-  Donnees(donnees, c, k, drapeaux, notes);
+  Donnees(donnees, c, cadre, passage, notes);
   if (!notes.empty()) s += "<p class=\"note\">" + EchapperHtml(notes) + "</p>\n";
 
-  std::vector<uint32_t> rejetees;
-  for (uint32_t i = 0; i < lignes.size(); ++i) {
-    if (lignes[i].Issue() == IssueLigne::Rejetee) rejetees.push_back(i);
-  }
   std::size_t source = 0;
   Table(s, "rejets", "Lignes rejetées",
         "<th>Ligne</th><th>Identité</th><th>Champ</th><th>Message</th><th>Ligne source</th>", rejetees.size(),

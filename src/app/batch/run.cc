@@ -7,6 +7,7 @@
 #include "export/exports.h"
 #include "io/locale.h"
 #include "model/point.h"
+#include "report/collecte_controlee.h"
 #include "report/html.h"
 
 namespace quillon::lot {
@@ -92,6 +93,14 @@ void Exporter(const FichierLot& fichier, const OptionsLot& options, const Option
   }
 }
 
+// As many lines as point lines of 87 bytes would fill the source with:
+// what the checks' tables are first made for.
+std::size_t LignesAttendues(const std::string& source) {
+  std::error_code ec;
+  const std::uintmax_t octets = std::filesystem::file_size(CheminNatif(source), ec);
+  return ec ? 0 : static_cast<std::size_t>(std::min<std::uintmax_t>(octets / 89, std::uintmax_t{1} << 30));
+}
+
 }  // namespace
 
 bool EcrireFichierEntier(const std::string& chemin, std::string_view octets) {
@@ -142,7 +151,8 @@ ResultatFichier ConvertirFichier(const FichierLot& fichier, const OptionsLot& op
   const int32_t groupe =
       fichier.conversion == Conversion::DCEnVal && options.groupeTheme == 0 ? kGroupeCS : options.groupeTheme;
   const bool controler = !options.dossierRapport.empty() || options.rapportJson.has_value();
-  Collecte collecte;
+  // The checks go along the run on a second thread.
+  CollecteControlee collecte(options.tolerance, controler ? LignesAttendues(fichier.source) : 0);
   if (controler) reglages.observateur = &collecte;
   const bool complete = Convertir(reglages, fichier.conversion, {options.classeEchelle, groupe});
 
@@ -160,7 +170,7 @@ ResultatFichier ConvertirFichier(const FichierLot& fichier, const OptionsLot& op
     r.echec = Echec{Echec::Raison::Run, affichage.Erreur(), {}};
   }
   if (controler && r.issue != Issue::Interrompu) {
-    auto controles = std::make_shared<const Controles>(Controler(collecte, options.tolerance));
+    auto controles = std::make_shared<const Controles>(collecte.Terminer());
     if (complete) r.controles = controles;
     if (!fichier.rapport.empty()) {
       EnteteRapport entete;
@@ -176,7 +186,7 @@ ResultatFichier ConvertirFichier(const FichierLot& fichier, const OptionsLot& op
       entete.lignesRejetees = controles->nombres[static_cast<std::size_t>(IssueLigne::Rejetee)];
       if (r.echec) entete.message = TexteEchec(*r.echec);
       CreerDossierDe(fichier.rapport);
-      r.rapportEcrit = EcrireFichierEntier(fichier.rapport, RapportHtml(entete, collecte, *controles));
+      r.rapportEcrit = EcrireFichierEntier(fichier.rapport, RapportHtml(entete, collecte.Lignes(), *controles));
     }
   }
   if (complete && !options.exports.empty()) Exporter(fichier, options, {options.classeEchelle, groupe}, arret, r);
