@@ -55,10 +55,14 @@ bool Ecrit(const Fichiers& avant, const std::string& nom, const std::string& con
   return !avant.count(nom) || avant.at(nom) != contenu;
 }
 
-// An output as it is compared: a log's date masked; under wine,
-// quillon-lot's line ends as LF and its separators as slashes.
+// An output as it is compared: a log's date masked, and a check report's;
+// under wine, quillon-lot's line ends as LF and its separators as slashes.
 std::string Comparable(const std::string& nom, std::string texte, bool lot) {
   if (nom.ends_with(".log")) texte = MasquerDate(texte);
+  if (nom.ends_with(".html")) {
+    static const std::regex kDate(R"(\d\d-[^-<]{3,8}-\d{4}, \d\d:\d\d:\d\d)");
+    texte = std::regex_replace(texte, kDate, "<date>");
+  }
   if (!lot || !SousWindows()) return texte;
   return std::regex_replace(std::regex_replace(texte, std::regex("\r\n"), "\n"), std::regex(R"(\\\\?)"), "/");
 }
