@@ -1,9 +1,10 @@
 // GeoPackage 1.3, written with SQLite: the system rows, the contents with
 // their extents, the geometry columns, one table per layer with standard
 // geometry blobs (envelope included) and an R-tree index each. The index is
-// filled once the rows are in, by one statement from the layer's own y and
-// x columns (the point's coordinates): filled row by row, it cost ten times
-// the rows themselves. Its triggers are created after it.
+// filled once the rows are in, packed from the boxes of the points kept on
+// the way (20 bytes a point): filled through the R*Tree module, even by one
+// statement, it cost ten times the rows themselves. Its triggers are
+// created after it.
 //
 // The database is written under a temporary name beside the final one,
 // without a rollback journal (a failed export is thrown away whole), then
@@ -15,6 +16,7 @@
 #include <bit>
 #include <cstring>
 
+#include "export/arbre_r.h"
 #include "export/writers.h"
 #include "io/temporary_files.h"
 
@@ -119,7 +121,8 @@ class GeoPackage : public EcrivainExport {
       if (!SystemeFichiersReel().OuvrirLecture(nom)) temporaire_ = std::make_unique<Temporaire>(std::move(nom));
     }
     if (!temporaire_ || sqlite3_open_v2(temporaire_->Chemin().c_str(), &base_,
-                                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr) != SQLITE_OK) {
+                                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX,
+                                        nullptr) != SQLITE_OK) {
       return Echouer(final_, RaisonFatale::Creation);
     }
     srs_ = entete.epsg != 0 ? entete.epsg : -1;
@@ -178,6 +181,7 @@ class GeoPackage : public EcrivainExport {
     }
     if (!Pas(s)) return false;
     emprises_[i].Ajouter(e.y, e.x);
+    boites_[i].push_back(BoiteDuPoint(static_cast<int64_t>(boites_[i].size()) + 1, e.y, e.x));
     return true;
   }
 
@@ -191,7 +195,10 @@ class GeoPackage : public EcrivainExport {
                ", max_x = " + TexteReel(m.yMax) + ", max_y = " + TexteReel(m.xMax) + " WHERE table_name = '" + t +
                "';\n";
       }
-      sql += "INSERT INTO \"rtree_" + t + "_geom\" SELECT fid, y, y, x, x FROM \"" + t + "\";\n" + Declencheurs(t);
+      sql += Declencheurs(t);
+      if (!RemplirArbreR(base_, "rtree_" + t + "_geom", boites_[static_cast<int>(couche)])) {
+        return Echouer(final_, RaisonFatale::Ecriture);
+      }
     }
     sql += "COMMIT;\n";
     if (!Executer(sql)) return false;
@@ -239,6 +246,7 @@ class GeoPackage : public EcrivainExport {
   int32_t srs_ = -1;
   BlobPoint blob_;
   Emprise emprises_[2];
+  std::vector<BoiteIndex> boites_[2];  // each row's, its fid the rank of its insertion
 };
 
 }  // namespace

@@ -2,8 +2,8 @@
 # GDAL reads back the exports of generated files: every layer of every
 # format holds as many features as quillon-lot converted and rejected, in
 # the system asked for; the points' fields are those of the target's lines;
-# the GeoPackage passes SQLite's integrity check, says 'GPKG', and its
-# R-tree finds the points of a box.
+# the GeoPackage passes SQLite's integrity check, says 'GPKG', its R-trees
+# pass the R*Tree module's own check, and find the points of a box.
 #   ogrinfo_test.sh QUILLON-LOT QUILLON_GENERER
 set -eu
 lot=$1 generer=$2
@@ -46,6 +46,9 @@ cmp -s "$d/cible.txt" "$d/export.txt" || { diff "$d/cible.txt" "$d/export.txt" |
 
 [ "$(sqlite3 "$d/a.gpkg" 'PRAGMA integrity_check')" = ok ] || echec "intégrité du GeoPackage"
 [ "$(sqlite3 "$d/a.gpkg" 'PRAGMA application_id')" = 1196444487 ] || echec "application_id n'est pas GPKG"
+for t in points rejets; do
+  [ "$(sqlite3 "$d/a.gpkg" "SELECT rtreecheck('rtree_${t}_geom')")" = ok ] || echec "le R-tree de $t est incohérent"
+done
 boite='2600000 AND 2700000 AND x BETWEEN 1200000 AND 1250000'
 dans=$(sqlite3 "$d/a.gpkg" "SELECT count(*) FROM points WHERE y BETWEEN $boite")
 index=$(sqlite3 "$d/a.gpkg" "SELECT count(*) FROM rtree_points_geom WHERE minx >= 2600000 AND maxx <= 2700000 AND miny >= 1200000 AND maxy <= 1250000")
