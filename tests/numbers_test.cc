@@ -184,9 +184,10 @@ TEST(Nombres, FormatRapideIdentiqueAuFormatGeneral) {
   }
 }
 
-// The exports' short path for thousandths writes what std::to_chars writes:
-// on chosen values (signs, zeros, the scientific form of round numbers, the
-// edge of its range) and on a sweep of thousandths and of any bit patterns.
+// The exports write whole thousandths in their shortest fixed form, as
+// std::to_chars's fixed form does (never "1e+06"), and any other value as
+// std::to_chars writes it: on chosen values (signs, zeros, round numbers,
+// the edge of the range) and on a sweep of thousandths and of bit patterns.
 TEST(Nombres, TexteReelCommeToChars) {
   std::vector<double> valeurs = {0.0, -0.0, 0.001, 0.005, -0.5, 12, 1e5, 1e6, 2.6e6, -1.2e6, 2600000.125,
                                  999999999999.999, 1e12, 1e15, 0.1 + 0.2, 1e-7, 123456789012.0, NAN};
@@ -198,8 +199,11 @@ TEST(Nombres, TexteReelCommeToChars) {
     valeurs.push_back(std::bit_cast<double>(graine));
   }
   for (double v : valeurs) {
-    char attendu[32];
-    EXPECT_EQ(TexteReel(v), std::string(attendu, std::to_chars(attendu, attendu + 32, v).ptr)) << v;
+    char attendu[400];
+    const bool milliemes = std::fabs(v) < 1e12 && !(v == 0 && std::signbit(v)) && std::round(v * 1000) / 1000 == v;
+    char* fin = milliemes ? std::to_chars(attendu, attendu + sizeof attendu, v, std::chars_format::fixed).ptr
+                          : std::to_chars(attendu, attendu + sizeof attendu, v).ptr;
+    EXPECT_EQ(TexteReel(v), std::string(attendu, fin)) << v;
   }
 }
 

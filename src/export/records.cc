@@ -53,15 +53,6 @@ char* TexteMilliemes(char* p, double v) {
 void AjouterReel(std::string& texte, double v) {
   char tampon[32];
   char* fin = TexteMilliemes(tampon, v);
-  if (fin != nullptr && std::find(tampon, fin, '.') == fin) {
-    // A whole number: std::to_chars writes it in scientific form ("1e+06")
-    // when that is shorter than the fixed one.
-    const char* chiffres = tampon[0] == '-' ? tampon + 1 : tampon;
-    const char* significatif = fin;
-    while (significatif - chiffres > 1 && significatif[-1] == '0') --significatif;
-    const long n = significatif - chiffres;
-    if (n + (n > 1 ? 1 : 0) + 4 < fin - chiffres) fin = nullptr;
-  }
   if (fin == nullptr) fin = std::to_chars(tampon, tampon + sizeof tampon, v).ptr;
   texte.append(tampon, fin);
 }

@@ -53,8 +53,10 @@ struct Enregistrement {
 };
 
 // The shortest decimal text that reads back as `v` ("2600000.125", "0.5",
-// "12"), whatever the locale: std::to_chars's, found faster for the values
-// of point files (a few decimals at most).
+// "12"), whatever the locale. A whole number of thousandths, which every
+// value of a point file is, is written in fixed form ("2600000", never
+// std::to_chars's "2.6e+06", which a spreadsheet or a drawing shows as it
+// is); any other value as std::to_chars writes it.
 std::string TexteReel(double v);
 std::string TexteEntier(int64_t v);
 // When `v` is a whole number of thousandths below 10^12 in magnitude, its
