@@ -139,6 +139,7 @@ bool Executer(ReglagesExecution& reglages, std::string_view titre, Etape etape) 
     LigneObservee vue;
     vue.numero = journal.NumeroLigne();
     vue.texte = ligne;
+    if (ecrite) vue.cible = cible.Texte();
     vue.point = &point;
     vue.issue = journal.NbErreursLecture + journal.NbErreursEcriture != erreurs ? IssueLigne::Rejetee
                 : ecrite || journal.NbLignesIgnorees == ignorees            ? IssueLigne::Convertie

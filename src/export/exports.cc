@@ -9,6 +9,7 @@
 #include "formats/ptp_format.h"
 #include "formats/ptv_format.h"
 #include "io/text_file.h"
+#include "formats/field_readers.h"
 
 namespace quillon {
 namespace {
@@ -80,8 +81,6 @@ bool Parcourir(const DemandeExport& d, BilanExport& bilan, F&& f) {
   return true;
 }
 
-bool CoordonneesLues(const Point& p) { return !std::isnan(p.CoordY) && !std::isnan(p.CoordX); }
-
 // Trimmed of its blanks, in UTF-8, into `sortie` (which keeps its room).
 void TexteUtf8(std::string_view texte, std::string& sortie) {
   sortie.clear();
@@ -107,28 +106,12 @@ void TexteSource(Valeur& v, std::string_view texte) {
   TexteUtf8(texte, v.texte);
   v.present = !v.texte.empty();
 }
-const char* OuiNon(int32_t code) { return code == kOui ? "O" : code == kNon ? "N" : ""; }
-
-// The messages of the log lines of one line: its reading and writing
-// errors and notes, without their line numbers, one after the other.
-std::string Messages(std::string_view log) {
-  std::string messages;
-  while (!log.empty()) {
-    const std::size_t fin = log.find("\r\n");
-    std::string_view ligne = log.substr(0, fin);
-    log = fin == std::string_view::npos ? std::string_view() : log.substr(fin + 2);
-    std::string_view prefixe;
-    for (std::string_view p : {"LECTURE: ", "ECRITURE: "}) {
-      if (ligne.starts_with(p)) prefixe = p;
-    }
-    if (prefixe.empty()) continue;  // the copy of the source line
-    ligne.remove_prefix(prefixe.size());
-    if (ligne.starts_with("ligne ")) ligne.remove_prefix(ligne.find(": ") + 2);
-    if (!messages.empty()) messages += " | ";
-    messages += prefixe;
-    messages += ligne;
-  }
-  return Cp1252VersUtf8(messages);
+// "O", "N", or absent.
+void OuiNon(Valeur& v, int32_t code) {
+  v.texte.clear();
+  if (code == kOui) v.texte.push_back('O');
+  if (code == kNon) v.texte.push_back('N');
+  v.present = !v.texte.empty();
 }
 
 // The point as the target line gives it: the line read back by the
@@ -165,17 +148,20 @@ void RemplirPoint(const Point& p, int64_t ligne, Enregistrement& e) {
   Reel(v[6], p.CoordX);
   Reel(v[7], p.Altitude, altitude);
   Reel(v[8], p.PrecPlan, p.FiabPlan != 0);
-  Texte(v[9], OuiNon(p.FiabPlan));
+  OuiNon(v[9], p.FiabPlan);
   Reel(v[10], p.PrecAlt, altitude && p.FiabAlt != 0);
-  Texte(v[11], altitude ? OuiNon(p.FiabAlt) : "");
+  OuiNon(v[11], altitude ? p.FiabAlt : 0);
   Entier(v[12], p.Valeur, p.Valeur != 0);
-  Texte(v[13], OuiNon(p.FichePFP3));
+  OuiNon(v[13], p.FichePFP3);
   TexteSource(v[14], p.Commentaire);
   TexteSource(v[15], p.Type);
   Entier(v[16], ligne);
 }
 
-void RemplirRejet(const Point& p, int64_t ligne, std::string_view source, std::string_view log, Enregistrement& e) {
+// What could be read of a rejected line: `lus` tells whether its theme,
+// commune, plan and point number were, without being rejected.
+void RemplirRejet(const Point& p, const std::array<bool, 4>& lus, int64_t ligne, std::string_view source,
+                  std::string_view messages, Enregistrement& e) {
   e.couche = Couche::Rejets;
   e.y = p.CoordY;
   e.x = p.CoordX;
@@ -184,15 +170,48 @@ void RemplirRejet(const Point& p, int64_t ligne, std::string_view source, std::s
   TexteUtf8(p.NoPoint, e.numero);
   auto& v = e.valeurs;
   Entier(v[0], ligne);
-  Entier(v[1], p.Theme, p.Theme != kIdentiteInconnue);
-  Entier(v[2], p.NoCommune, p.NoCommune != std::numeric_limits<int16_t>::min());
-  Entier(v[3], p.NoPlan, p.NoPlan != std::numeric_limits<int16_t>::min());
-  Texte(v[4], e.numero);
+  Entier(v[1], p.Theme, lus[0]);
+  Entier(v[2], p.NoCommune, lus[1]);
+  Entier(v[3], p.NoPlan, lus[2]);
+  Texte(v[4], lus[3] ? std::string_view(e.numero) : std::string_view());
   Reel(v[5], p.CoordY);
   Reel(v[6], p.CoordX);
-  Texte(v[7], Messages(log));
+  Texte(v[7], Cp1252VersUtf8(messages));
   Texte(v[8], Cp1252VersUtf8(source));
 }
+
+// A run's display that keeps its fatal error, and shows nothing.
+class AffichageExport : public Affichage {
+ public:
+  void MontrerBilan(const std::array<std::string, 4>&) override {}
+  void MontrerErreurFatale(const ErreurFatale& erreur) override { erreur_ = erreur; }
+  const ErreurFatale& Erreur() const { return erreur_; }
+
+ private:
+  ErreurFatale erreur_;
+};
+
+// A file written for nothing: the target and the log of a pass that only
+// exports.
+class SupportNeant : public SupportFichier {
+ public:
+  int64_t Lire(char*, std::size_t) override { return 0; }
+  bool Ecrire(const char*, std::size_t) override { return true; }
+  bool Fermer() override { return true; }
+  bool MemeFichier(const SupportFichier& autre) const override { return &autre == this; }
+};
+
+class SystemeLectureSeule : public SystemeFichiers {
+ public:
+  explicit SystemeLectureSeule(SystemeFichiers& reel) : reel_(reel) {}
+  std::unique_ptr<SupportFichier> OuvrirLecture(const std::string& nom) override { return reel_.OuvrirLecture(nom); }
+  std::unique_ptr<SupportFichier> CreerEcriture(const std::string&, std::span<const SupportFichier* const>) override {
+    return std::make_unique<SupportNeant>();
+  }
+
+ private:
+  SystemeFichiers& reel_;
+};
 
 }  // namespace
 
@@ -206,92 +225,225 @@ int SystemeDeLEmprise(const EnteteExport& e) {
   return 0;
 }
 
-BilanExport Exporter(const DemandeExport& d) {
-  BilanExport bilan;
-  const bool dxf = std::find(d.formats.begin(), d.formats.end(), FormatExport::Dxf) != d.formats.end();
-
-  // Two passes, so that memory stays the same whatever the source: the
+bool PreparerExport(const DemandeExport& d, EnteteExport& entete, BilanExport& bilan) {
+  entete.epsg = d.epsg;
+  bilan.epsg = d.epsg;
+  // A first pass, so that memory stays the same whatever the source: the
   // system is guessed from the extent of every converted point, and the
   // drawing declares its layers before its entities, both before the first
-  // record is written. The first pass is skipped when the system is given
-  // and no drawing is asked for.
-  EnteteExport entete;
-  entete.epsg = d.epsg;
-  if (d.epsg == 0 || dxf) {
-    bool themes[100] = {};
-    const bool lu = Parcourir(d, bilan, [&](int64_t, bool converti, const Point& p, const LigneCible&,
-                                            std::string_view, std::string_view) {
-      if (!converti) return true;
-      if (!entete.emprise) {
-        entete.yMin = entete.yMax = p.CoordY;
-        entete.xMin = entete.xMax = p.CoordX;
-        entete.emprise = true;
-      }
-      entete.yMin = std::min(entete.yMin, p.CoordY);
-      entete.yMax = std::max(entete.yMax, p.CoordY);
-      entete.xMin = std::min(entete.xMin, p.CoordX);
-      entete.xMax = std::max(entete.xMax, p.CoordX);
-      if (p.Theme >= 0 && p.Theme < 100) themes[p.Theme] = true;
-      return true;
-    });
-    if (!lu) return bilan;
-    for (int32_t t = 0; t < 100; ++t) {
-      if (themes[t]) entete.themes.push_back(t);
+  // record is written.
+  const bool dxf = std::find(d.formats.begin(), d.formats.end(), FormatExport::Dxf) != d.formats.end();
+  if (d.epsg != 0 && !dxf) return true;
+  bool themes[100] = {};
+  const bool lu = Parcourir(d, bilan, [&](int64_t, bool converti, const Point& p, const LigneCible&,
+                                          std::string_view, std::string_view) {
+    if (!converti) return true;
+    if (!entete.emprise) {
+      entete.yMin = entete.yMax = p.CoordY;
+      entete.xMin = entete.xMax = p.CoordX;
+      entete.emprise = true;
     }
-    if (d.epsg == 0) entete.epsg = SystemeDeLEmprise(entete);
-  }
-  bilan.epsg = entete.epsg;
-
-  std::vector<std::unique_ptr<EcrivainExport>> ecrivains;
-  for (FormatExport format : d.formats) {
-    ecrivains.push_back(CreerEcrivain(format, d.base, *d.systeme));
-    if (ecrivains.back() == nullptr) {
-      bilan.erreur = {FichiersExport(format, d.base).front(), RaisonFatale::Creation};
-      return bilan;
-    }
-    if (!ecrivains.back()->Commencer(entete)) {
-      bilan.erreur = ecrivains.back()->Erreur();
-      return bilan;
-    }
-  }
-  auto ecrire = [&](const Enregistrement& e) {
-    for (auto& ecrivain : ecrivains) {
-      if (!ecrivain->Ecrire(e)) {
-        bilan.erreur = ecrivain->Erreur();
-        return false;
-      }
-    }
+    entete.yMin = std::min(entete.yMin, p.CoordY);
+    entete.yMax = std::max(entete.yMax, p.CoordY);
+    entete.xMin = std::min(entete.xMin, p.CoordX);
+    entete.xMax = std::max(entete.xMax, p.CoordX);
+    if (p.Theme >= 0 && p.Theme < 100) themes[p.Theme] = true;
     return true;
+  });
+  if (!lu) return false;
+  for (int32_t t = 0; t < 100; ++t) {
+    if (themes[t]) entete.themes.push_back(t);
+  }
+  if (d.epsg == 0) entete.epsg = SystemeDeLEmprise(entete);
+  bilan.epsg = entete.epsg;
+  return true;
+}
+
+// --- The exports of a run ----------------------------------------------------
+
+// One line handed over: the point as its step left it, and its texts (the
+// target line of a converted point; the source line and the messages of a
+// rejected one). A block's lines keep their room from one use to the next.
+struct Paquet {
+  int64_t ligne = 0;
+  bool converti = false;
+  std::array<bool, 4> lus{};  // theme, commune, plan, point number read
+  Point point;
+  std::string texte;
+  std::string messages;
+};
+
+struct ExportsEnCours::Lot {
+  static constexpr std::size_t kLignes = 2048;
+  std::vector<Paquet> paquets = std::vector<Paquet>(kLignes);
+  std::size_t nombre = 0;
+};
+
+ExportsEnCours::ExportsEnCours(const DemandeExport& demande, const EnteteExport& entete)
+    : demande_(demande), entete_(entete) {
+  bilan_.epsg = entete.epsg;
+  for (int k = 0; k < 4; ++k) {
+    lots_.push_back(std::make_unique<Lot>());
+    libres_.push_back(lots_.back().get());
+  }
+}
+
+ExportsEnCours::~ExportsEnCours() { Arreter(true); }
+
+void ExportsEnCours::Arreter(bool abandon) {
+  if (!fil_.joinable()) return;
+  {
+    const std::lock_guard<std::mutex> garde(verrou_);
+    if (courant_ != nullptr && courant_->nombre > 0) pleins_.push_back(courant_), courant_ = nullptr;
+    fin_ = true;
+    abandon_ = abandon_ || abandon;
+  }
+  signal_.notify_all();
+  fil_.join();
+}
+
+void ExportsEnCours::Debut() {
+  courant_ = libres_.back();
+  libres_.pop_back();
+  fil_ = std::thread([this] { Travailler(); });
+}
+
+void ExportsEnCours::ChampRejete(bool lecture, std::initializer_list<std::string_view> message) {
+  Note(lecture, message);
+  if (!lecture || message.size() == 0) return;
+  const std::string_view tete = *message.begin();
+  themeRejete_ = themeRejete_ || tete == kTeteTheme.vue();
+  communeRejetee_ = communeRejetee_ || tete == kTeteCommune.vue();
+  planRejete_ = planRejete_ || tete == kTetePlan.vue();
+  numeroRejete_ = numeroRejete_ || tete == kTeteNumeroPoint.vue();
+}
+
+// Each message as the log words it after its line number, " | " between.
+void ExportsEnCours::Note(bool lecture, std::initializer_list<std::string_view> message) {
+  if (!messages_.empty()) messages_ += " | ";
+  messages_ += lecture ? "LECTURE: " : "ECRITURE: ";
+  for (std::string_view morceau : message) messages_ += morceau;
+}
+
+void ExportsEnCours::Ligne(const LigneObservee& l) {
+  const bool converti = !l.cible.empty();
+  // Skipped lines, and rejected ones that cannot be placed, go nowhere.
+  if (converti || (!messages_.empty() && l.coordonnees)) {
+    Paquet& p = courant_->paquets[courant_->nombre++];
+    p.ligne = l.numero;
+    p.converti = converti;
+    p.lus = {!themeRejete_, !communeRejetee_, !planRejete_, !numeroRejete_};
+    p.point = *l.point;
+    p.texte = converti ? l.cible : l.texte;
+    if (!converti) p.messages = messages_;
+    if (courant_->nombre == Lot::kLignes) Transmettre();
+  }
+  messages_.clear();
+  themeRejete_ = communeRejetee_ = planRejete_ = numeroRejete_ = false;
+}
+
+// The full block to the writers' thread, and an empty one back, once the
+// writers have given one back.
+void ExportsEnCours::Transmettre() {
+  std::unique_lock<std::mutex> verrou(verrou_);
+  pleins_.push_back(courant_);
+  signal_.notify_all();
+  signal_.wait(verrou, [&] { return !libres_.empty(); });
+  courant_ = libres_.back();
+  libres_.pop_back();
+}
+
+// The writers' thread: it makes the writers, writes each block's records,
+// and ends the files once told that the run is over; everything SQLite
+// does is done here. After a failure it only gives the blocks back.
+void ExportsEnCours::Travailler() {
+  std::vector<std::unique_ptr<EcrivainExport>> ecrivains;
+  bool echec = false;
+  auto echouer = [&](const ErreurFatale& erreur) {
+    bilan_.erreur = erreur;
+    echec = true;
   };
+  for (FormatExport format : demande_.formats) {
+    if (echec) break;
+    ecrivains.push_back(CreerEcrivain(format, demande_.base, *demande_.systeme));
+    if (ecrivains.back() == nullptr) echouer({FichiersExport(format, demande_.base).front(), RaisonFatale::Creation});
+    else if (!ecrivains.back()->Commencer(entete_)) echouer(ecrivains.back()->Erreur());
+  }
 
   SystemeJournalMemoire neant;
   Journal muet;
   muet.UtiliserSysteme(neant);
   Point point;
   Enregistrement e;
-  const bool lu = Parcourir(d, bilan, [&](int64_t ligne, bool converti, const Point& p, const LigneCible& cible,
-                                          std::string_view source, std::string_view log) {
-    if (converti) {
-      PointDeLaCible(d.conversion, p, cible.Texte(), point, muet);
-      neant.octets.clear();
-      RemplirPoint(point, ligne, e);
-      ++bilan.points;
-      return ecrire(e);
+  std::unique_lock<std::mutex> verrou(verrou_);
+  for (;;) {
+    signal_.wait(verrou, [&] { return !pleins_.empty() || fin_; });
+    if (pleins_.empty() || abandon_) break;
+    Lot* lot = pleins_.front();
+    pleins_.erase(pleins_.begin());
+    verrou.unlock();
+    for (std::size_t k = 0; k < lot->nombre && !echec; ++k) {
+      const Paquet& p = lot->paquets[k];
+      if (p.converti) {
+        PointDeLaCible(demande_.conversion, p.point, p.texte, point, muet);
+        neant.octets.clear();
+        RemplirPoint(point, p.ligne, e);
+        ++bilan_.points;
+      } else {
+        RemplirRejet(p.point, p.lus, p.ligne, p.texte, p.messages, e);
+        ++bilan_.rejets;
+      }
+      for (auto& ecrivain : ecrivains) {
+        if (!ecrivain->Ecrire(e)) {
+          echouer(ecrivain->Erreur());
+          break;
+        }
+      }
     }
-    if (log.empty() || !CoordonneesLues(p)) return true;  // skipped, or nothing to place
-    RemplirRejet(p, ligne, source, log, e);
-    ++bilan.rejets;
-    return ecrire(e);
-  });
-  if (!lu) return bilan;
-  for (auto& ecrivain : ecrivains) {
-    if (!ecrivain->Terminer()) {
-      bilan.erreur = ecrivain->Erreur();
-      return bilan;
-    }
+    lot->nombre = 0;
+    verrou.lock();
+    libres_.push_back(lot);
+    signal_.notify_all();
   }
-  bilan.complet = true;
-  return bilan;
+  const bool abandon = abandon_;
+  verrou.unlock();
+  for (auto& ecrivain : ecrivains) {
+    if (echec || abandon) break;
+    if (!ecrivain->Terminer()) echouer(ecrivain->Erreur());
+  }
+  if (echec || abandon) {
+    for (auto& ecrivain : ecrivains) ecrivain->Abandonner();
+  } else {
+    bilan_.complet = true;
+  }
+}
+
+BilanExport ExportsEnCours::Terminer() {
+  if (!fil_.joinable()) Debut();  // a run that never started: no line
+  Arreter(false);
+  return bilan_;
+}
+
+BilanExport Exporter(const DemandeExport& d) {
+  BilanExport bilan;
+  EnteteExport entete;
+  if (!PreparerExport(d, entete, bilan)) return bilan;
+  ExportsEnCours exports(d, entete);
+  SystemeLectureSeule systeme(*d.systeme);
+  AffichageExport affichage;
+  ReglagesExecution r;
+  r.affichage = &affichage;
+  r.systeme = &systeme;
+  r.arret = d.arret;
+  r.observateur = &exports;
+  r.DefinirSource(d.source);
+  r.FichierCible.Nom = d.base + ".quillon-export";
+  if (!Convertir(r, d.conversion, d.options)) {
+    if (r.Interrompu) bilan.interrompu = true;
+    else bilan.erreur = affichage.Erreur();
+    return bilan;
+  }
+  return exports.Terminer();
 }
 
 }  // namespace quillon

@@ -1,15 +1,21 @@
 // The exports of one source: its converted points and its rejected lines,
-// in any of the formats, beside the run's target. A pass over the source
-// through the same line steps as the conversion gives the records; no
-// target is written.
+// in any of the formats, beside the run's target. The conversion's own run
+// feeds them: each line it converts or rejects is handed, with its target
+// line and its messages, to a second thread that makes the line's record
+// and writes it in every format asked for while the run goes on.
 #pragma once
 
 #include <atomic>
+#include <condition_variable>
 #include <cstdint>
+#include <memory>
+#include <mutex>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "conversion/conversions.h"
+#include "conversion/observer.h"
 #include "export/writers.h"
 
 namespace quillon {
@@ -34,13 +40,67 @@ struct BilanExport {
   int64_t rejets = 0;
 };
 
+// What standard error and the check report say when no system could be
+// told (UTF-8).
+inline constexpr std::string_view kSansSysteme =
+    "système de coordonnées inconnu, exports sans système (--srs=EPSG:CODE)";
+
 // The system of an extent: EPSG:2056 for Y from 2,480,000 to 2,850,000 and
 // X from 1,070,000 to 1,300,000, EPSG:21781 for the same less 2,000,000
 // and 1,000,000; 0 for anything else, and for no point at all.
 int SystemeDeLEmprise(const EnteteExport& entete);
 
-// Writes every export asked for; all of them in place, or none (the
-// previous files of those names stay).
+// What the writers must know before the first record: the system, given or
+// guessed from the extent of the converted points, and for the drawing its
+// layers and extent. A first pass over the source through the line steps
+// tells them when the system is not given or a drawing is asked for. False
+// when that pass failed or was stopped (`bilan` tells).
+bool PreparerExport(const DemandeExport& demande, EnteteExport& entete, BilanExport& bilan);
+
+// The exports of one run, as its observer. The run's thread only copies
+// each line it hands over (blocks of lines go to the writers' thread, four
+// at most at a time: memory stays the same whatever the source).
+class ExportsEnCours : public ObservateurExecution {
+ public:
+  ExportsEnCours(const DemandeExport& demande, const EnteteExport& entete);
+  // A run that did not complete: nothing is put in place.
+  ~ExportsEnCours() override;
+
+  void Debut() override;
+  void ChampRejete(bool lecture, std::initializer_list<std::string_view> message) override;
+  void Note(bool lecture, std::initializer_list<std::string_view> message) override;
+  void Ligne(const LigneObservee& ligne) override;
+
+  // After a completed run: every export in place, or none (the previous
+  // files of those names stay).
+  BilanExport Terminer();
+
+  struct Lot;
+
+ private:
+  void Travailler();
+  void Arreter(bool abandon);
+  void Transmettre();
+
+  DemandeExport demande_;
+  EnteteExport entete_;
+  BilanExport bilan_;  // the writers' thread's, read once it has ended
+  std::thread fil_;
+  std::mutex verrou_;
+  std::condition_variable signal_;
+  std::vector<std::unique_ptr<Lot>> lots_;
+  std::vector<Lot*> pleins_, libres_;
+  bool fin_ = false, abandon_ = false;
+  Lot* courant_ = nullptr;
+  // The line being run: its messages, and which fields of its identity
+  // could not be read.
+  std::string messages_;
+  bool themeRejete_ = false, communeRejetee_ = false, planRejete_ = false, numeroRejete_ = false;
+};
+
+// Every export asked for, from a pass of its own over the source (the
+// windows, once a run is over): a run of the conversion that writes no
+// target and no log, with the exports as its observer.
 BilanExport Exporter(const DemandeExport& demande);
 
 }  // namespace quillon

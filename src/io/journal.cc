@@ -32,7 +32,7 @@ void Journal::EcrireLog(bool Lecture, bool AvecLigne, bool AvecPrefixe, bool Com
   if (EnEchec()) return;
   if (sansFichier_) {
     if (CompterErreur) ++(Lecture ? NbErreursLecture : NbErreursEcriture);
-    if (CompterErreur && ecouteur_ != nullptr) ecouteur_->ChampRejete(Lecture, Message);
+    Prevenir(Lecture, AvecPrefixe, CompterErreur, Message);
     return;
   }
   if (!LogOuvert) {
@@ -54,10 +54,15 @@ void Journal::EcrireLog(bool Lecture, bool AvecLigne, bool AvecPrefixe, bool Com
   for (std::string_view morceau : Message) flux.Write(morceau);
   flux.EndLine();
   if (flux.EnErreur()) echec_ = ErreurFatale{FichierLog.Nom, RaisonFatale::Ecriture};
-  if (CompterErreur) {
-    ++(Lecture ? NbErreursLecture : NbErreursEcriture);
-    if (ecouteur_ != nullptr) ecouteur_->ChampRejete(Lecture, Message);
-  }
+  if (CompterErreur) ++(Lecture ? NbErreursLecture : NbErreursEcriture);
+  Prevenir(Lecture, AvecPrefixe, CompterErreur, Message);
+}
+
+void Journal::Prevenir(bool Lecture, bool AvecPrefixe, bool CompterErreur,
+                       std::initializer_list<std::string_view> Message) {
+  if (ecouteur_ == nullptr || !AvecPrefixe) return;
+  if (CompterErreur) ecouteur_->ChampRejete(Lecture, Message);
+  else ecouteur_->Note(Lecture, Message);
 }
 
 bool Journal::FermerLog() {

@@ -22,6 +22,8 @@ class EcouteurJournal {
  public:
   virtual ~EcouteurJournal() = default;
   virtual void ChampRejete(bool lecture, std::initializer_list<std::string_view> message) = 0;
+  // A note the log writes after a message, uncounted, in the same form.
+  virtual void Note(bool /*lecture*/, std::initializer_list<std::string_view> /*message*/) {}
 };
 
 class Journal {
@@ -93,6 +95,9 @@ class Journal {
   // AvecPrefixe; the matching counter grows when CompterErreur.
   void EcrireLog(bool Lecture, bool AvecLigne, bool AvecPrefixe, bool CompterErreur,
                  std::initializer_list<std::string_view> Message);
+  // Tells the listener of a message with its prefix: a counted one as a
+  // rejected field, another as a note.
+  void Prevenir(bool Lecture, bool AvecPrefixe, bool CompterErreur, std::initializer_list<std::string_view> Message);
 
   SystemeFichiers* systeme_ = nullptr;
   const FluxTexte* source_ = nullptr;

@@ -76,7 +76,7 @@ tr[data-l]{cursor:pointer}tr[data-l]:hover{background:#f4f8ff}tr.sel{background:
 #bulle{position:absolute;background:#fffbe0;border:1px solid #999;padding:3px 6px;white-space:pre;pointer-events:none;font-size:12px}
 .outils{margin:6px 0}.leg{margin-right:12px;white-space:nowrap}.leg::before{content:"";display:inline-block;width:9px;height:9px;margin-right:4px;background:var(--c)}
 .leg.anneau::before{background:none;border:2px solid var(--c);border-radius:50%}.leg.croix::before{content:"\00d7";color:var(--c);background:none;width:auto;height:auto;font-weight:bold}
-.note{color:#555;font-style:italic}
+.note{color:#555;font-style:italic}.avertissement{color:#8a4b00;font-weight:bold}
 </style>)";
 
 std::string Debut(std::string_view titre, std::string_view script) {
@@ -285,7 +285,9 @@ std::string RapportHtml(const EnteteRapport& t, const Collecte& c, const Control
     case Verdict::Rejets: s += "rejets\">" + Nombre(t.lignesRejetees) + " ligne(s) rejetée(s)"; break;
     case Verdict::Echec: s += "echec\">Échec : " + Html(t.message); break;
   }
-  s += "</p>\n<table class=\"entete\">";
+  s += "</p>\n";
+  for (const std::string& a : t.avertissements) s += "<p class=\"avertissement\">" + EchapperHtml(a) + "</p>\n";
+  s += "<table class=\"entete\">";
   auto entete = [&](std::string_view cle, const std::string& valeur) {
     s += "<tr><th>" + std::string(cle) + "</th><td>" + valeur + "</td></tr>";
   };

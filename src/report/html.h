@@ -27,6 +27,7 @@ struct EnteteRapport {
   Verdict verdict = Verdict::SansRejet;
   int64_t lignesRejetees = 0;
   std::string message;  // why it failed, Windows-1252
+  std::vector<std::string> avertissements;  // UTF-8: what else the run tells (exports without a system)
 };
 
 // Up to kPointsTous points with coordinates every point is drawn; above,

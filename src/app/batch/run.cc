@@ -1,6 +1,7 @@
 #include "app/batch/run.h"
 
 #include <filesystem>
+#include <optional>
 
 #include "app/batch/platform.h"
 #include "conversion/conversions.h"
@@ -69,10 +70,9 @@ void CreerDossierDe(const std::string& chemin) {
   std::filesystem::create_directories(CheminNatif(chemin).parent_path(), ec);
 }
 
-// The exports of a converted file, from a pass of their own over the
-// source; a failed one makes the file fail, and leaves no export behind.
-void Exporter(const FichierLot& fichier, const OptionsLot& options, const OptionsConversion& conversion,
-              const std::atomic<bool>* arret, ResultatFichier& r) {
+// What the exports of a file are asked for.
+DemandeExport Demande(const FichierLot& fichier, const OptionsLot& options, const OptionsConversion& conversion,
+                      const std::atomic<bool>* arret) {
   DemandeExport demande;
   demande.source = fichier.source;
   demande.conversion = fichier.conversion;
@@ -81,7 +81,12 @@ void Exporter(const FichierLot& fichier, const OptionsLot& options, const Option
   demande.formats = options.exports;
   demande.epsg = options.epsg;
   demande.arret = arret;
-  const BilanExport bilan = quillon::Exporter(demande);
+  return demande;
+}
+
+// A completed run's exports: in place, or the file fails and leaves no
+// export behind.
+void Exporte(const BilanExport& bilan, ResultatFichier& r) {
   if (bilan.complet) {
     r.exporte = true;
     r.epsg = bilan.epsg;
@@ -151,10 +156,28 @@ ResultatFichier ConvertirFichier(const FichierLot& fichier, const OptionsLot& op
   const int32_t groupe =
       fichier.conversion == Conversion::DCEnVal && options.groupeTheme == 0 ? kGroupeCS : options.groupeTheme;
   const bool controler = !options.dossierRapport.empty() || options.rapportJson.has_value();
-  // The checks go along the run on a second thread.
+  // The checks go along the run on a second thread, and so do the exports,
+  // once a first pass has told them what they need before the first point.
+  const OptionsConversion conversion{options.classeEchelle, groupe};
   CollecteControlee collecte(options.tolerance, controler ? LignesAttendues(fichier.source) : 0);
-  if (controler) reglages.observateur = &collecte;
-  const bool complete = Convertir(reglages, fichier.conversion, {options.classeEchelle, groupe});
+  std::optional<ExportsEnCours> exports;
+  BilanExport bilanExport;
+  if (!options.exports.empty()) {
+    const DemandeExport demande = Demande(fichier, options, conversion, arret);
+    EnteteExport entete;
+    if (PreparerExport(demande, entete, bilanExport)) {
+      exports.emplace(demande, entete);
+    } else if (bilanExport.interrompu) {
+      r.issue = Issue::Interrompu;
+      return r;
+    }
+  }
+  std::vector<ObservateurExecution*> observateurs;
+  if (controler) observateurs.push_back(&collecte);
+  if (exports) observateurs.push_back(&*exports);
+  Observateurs tous(observateurs);
+  if (!observateurs.empty()) reglages.observateur = observateurs.size() == 1 ? observateurs[0] : &tous;
+  const bool complete = Convertir(reglages, fichier.conversion, conversion);
 
   const Journal& journal = reglages.journal;
   r.lues = journal.NumeroLigne();
@@ -169,6 +192,7 @@ ResultatFichier ConvertirFichier(const FichierLot& fichier, const OptionsLot& op
     r.issue = Issue::Echec;
     r.echec = Echec{Echec::Raison::Run, affichage.Erreur(), {}};
   }
+  if (complete && !options.exports.empty()) Exporte(exports ? exports->Terminer() : bilanExport, r);
   if (controler && r.issue != Issue::Interrompu) {
     auto controles = std::make_shared<const Controles>(collecte.Terminer());
     if (complete) r.controles = controles;
@@ -182,14 +206,16 @@ ResultatFichier ConvertirFichier(const FichierLot& fichier, const OptionsLot& op
       entete.conversion = NomConversion(fichier.conversion);
       entete.options = TexteOptions(options, fichier.conversion, groupe);
       entete.bilan = journal.Bilan();
-      entete.verdict = !complete ? Verdict::Echec : r.issue == Issue::Rejets ? Verdict::Rejets : Verdict::SansRejet;
+      entete.verdict = !complete                                                   ? Verdict::Echec
+                       : r.erreursLecture + r.erreursEcriture != 0 ? Verdict::Rejets
+                                                                   : Verdict::SansRejet;
       entete.lignesRejetees = controles->nombres[static_cast<std::size_t>(IssueLigne::Rejetee)];
       if (r.echec) entete.message = TexteEchec(*r.echec);
+      if (r.exporte && r.epsg == 0) entete.avertissements.emplace_back(kSansSysteme);
       CreerDossierDe(fichier.rapport);
       r.rapportEcrit = EcrireFichierEntier(fichier.rapport, RapportHtml(entete, collecte.Lignes(), *controles));
     }
   }
-  if (complete && !options.exports.empty()) Exporter(fichier, options, {options.classeEchelle, groupe}, arret, r);
   return r;
 }
 

@@ -12,6 +12,7 @@
 #include "app/batch/platform.h"
 #include "app/batch/pool.h"
 #include "app/batch/report.h"
+#include "export/exports.h"
 #include "io/console.h"
 #include "io/encoding.h"
 #include "io/file_system.h"
@@ -124,8 +125,7 @@ int Principal(int argc, char** argv) {
   suivi.fichierTermine = [&](std::size_t i, const ResultatFichier& r) {
     if (r.exporte && r.epsg == 0) {
       avancement.Effacer();
-      EcrireErreur("quillon-lot : " + liste.fichiers[i].source +
-                   Utf8VersCp1252(" : système de coordonnées inconnu, exports sans système (--srs=EPSG:CODE)\n"));
+      EcrireErreur("quillon-lot : " + liste.fichiers[i].source + " : " + Utf8VersCp1252(kSansSysteme) + "\n");
     }
     if (jsonSeul) return;
     avancement.Effacer();
