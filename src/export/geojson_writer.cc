@@ -31,12 +31,12 @@ void AjouterNombre(std::string& ligne, double v) {
   if (std::find(tampon, fin, '.') == fin) ligne += ".0";
 }
 
-// A text as the library writes it: printable ASCII without quote or
-// backslash as it is, between quotes; any other through the library.
+// A text as the library writes it: without a control character, quote or
+// backslash, as it is between quotes (the records' texts are valid UTF-8,
+// which the library writes unchanged); any other through the library.
 void AjouterTexte(std::string& ligne, std::string_view texte) {
   for (char c : texte) {
-    const auto o = static_cast<unsigned char>(c);
-    if (o < 0x20 || o >= 0x7F || c == '"' || c == '\\') return AjouterJson(ligne, std::string(texte));
+    if (static_cast<unsigned char>(c) < 0x20 || c == '"' || c == '\\') return AjouterJson(ligne, std::string(texte));
   }
   ligne += '"';
   ligne += texte;

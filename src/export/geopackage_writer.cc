@@ -137,7 +137,7 @@ class GeoPackage : public EcrivainExport {
       const std::string t = NomCouche(couche);
       sql += "CREATE TABLE \"" + t + "\" (fid INTEGER PRIMARY KEY AUTOINCREMENT NOT NULL, geom POINT";
       for (const Colonne& c : ColonnesDe(couche)) {
-        sql += std::string(", \"") + c.nom + "\" " +
+        sql += ", \"" + std::string(c.nom) + "\" " +
                (c.type == TypeChamp::Entier ? "INTEGER" : c.type == TypeChamp::Reel ? "REAL" : "TEXT");
       }
       sql += ");\nINSERT INTO gpkg_contents (table_name, data_type, identifier, srs_id) VALUES ('" + t +
@@ -152,40 +152,39 @@ class GeoPackage : public EcrivainExport {
     for (Couche couche : {Couche::Points, Couche::Rejets}) {
       const int i = static_cast<int>(couche);
       const std::string t = NomCouche(couche);
-      std::string insertion = "INSERT INTO \"" + t + "\" VALUES (NULL, ?";
-      for (std::size_t k = 0; k < ColonnesDe(couche).size(); ++k) insertion += ", ?";
-      insertion += ")";
-      if (!Preparer(insertion, insertion_[i])) return false;
+      std::string rangee = "(NULL, ?";
+      for (std::size_t k = 0; k < ColonnesDe(couche).size(); ++k) rangee += ", ?";
+      rangee += ")";
+      std::string plusieurs = "INSERT INTO \"" + t + "\" VALUES " + rangee;
+      for (std::size_t k = 1; k < kRangees; ++k) plusieurs += ", " + rangee;
+      if (!Preparer("INSERT INTO \"" + t + "\" VALUES " + rangee, une_[i]) || !Preparer(plusieurs, plusieurs_[i])) {
+        return false;
+      }
     }
     return true;
   }
 
   bool Ecrire(const Enregistrement& e) override {
     const int i = static_cast<int>(e.couche);
-    sqlite3_stmt* s = insertion_[i];
-    blob_.Remplir(srs_, e.y, e.x);
-    sqlite3_bind_blob(s, 1, blob_.octets, sizeof blob_.octets, SQLITE_STATIC);
-    const auto colonnes = ColonnesDe(e.couche);
-    for (std::size_t k = 0; k < colonnes.size(); ++k) {
+    Attente& a = attente_[i];
+    Rangee& r = a.rangees[a.nombre++];
+    r.blob.Remplir(srs_, e.y, e.x);
+    const std::size_t colonnes = ColonnesDe(e.couche).size();
+    for (std::size_t k = 0; k < colonnes; ++k) {
       const Valeur& v = e.valeurs[k];
-      const int n = static_cast<int>(k) + 2;
-      if (!v.present) {
-        sqlite3_bind_null(s, n);
-      } else if (colonnes[k].type == TypeChamp::Entier) {
-        sqlite3_bind_int64(s, n, v.entier);
-      } else if (colonnes[k].type == TypeChamp::Reel) {
-        sqlite3_bind_double(s, n, v.reel);
-      } else {
-        sqlite3_bind_text(s, n, v.texte.data(), static_cast<int>(v.texte.size()), SQLITE_STATIC);
-      }
+      Valeur& copie = r.valeurs[k];
+      copie.present = v.present;
+      copie.entier = v.entier;
+      copie.reel = v.reel;
+      copie.texte = v.texte;
     }
-    if (!Pas(s)) return false;
     emprises_[i].Ajouter(e.y, e.x);
     boites_[i].push_back(BoiteDuPoint(static_cast<int64_t>(boites_[i].size()) + 1, e.y, e.x));
-    return true;
+    return a.nombre < kRangees || Inserer(e.couche);
   }
 
   bool Terminer() override {
+    if (!Inserer(Couche::Points) || !Inserer(Couche::Rejets)) return false;
     std::string sql;
     for (Couche couche : {Couche::Points, Couche::Rejets}) {
       const Emprise& m = emprises_[static_cast<int>(couche)];
@@ -225,6 +224,37 @@ class GeoPackage : public EcrivainExport {
            Echouer(final_, RaisonFatale::Ecriture);
   }
 
+  // The rows waiting for a layer: all at once when a whole statement's
+  // worth, one after the other at the end.
+  bool Inserer(Couche couche) {
+    const int i = static_cast<int>(couche);
+    Attente& a = attente_[i];
+    const std::size_t colonnes = ColonnesDe(couche).size();
+    const bool ensemble = a.nombre == kRangees;
+    for (std::size_t n = 0; n < a.nombre; ++n) {
+      sqlite3_stmt* s = ensemble ? plusieurs_[i] : une_[i];
+      const int base = ensemble ? static_cast<int>(n * (colonnes + 1)) : 0;
+      const Rangee& r = a.rangees[n];
+      sqlite3_bind_blob(s, base + 1, r.blob.octets, sizeof r.blob.octets, SQLITE_STATIC);
+      for (std::size_t k = 0; k < colonnes; ++k) {
+        const Valeur& v = r.valeurs[k];
+        const int p = base + static_cast<int>(k) + 2;
+        if (!v.present) {
+          sqlite3_bind_null(s, p);
+        } else if (ColonnesDe(couche)[k].type == TypeChamp::Entier) {
+          sqlite3_bind_int64(s, p, v.entier);
+        } else if (ColonnesDe(couche)[k].type == TypeChamp::Reel) {
+          sqlite3_bind_double(s, p, v.reel);
+        } else {
+          sqlite3_bind_text(s, p, v.texte.data(), static_cast<int>(v.texte.size()), SQLITE_STATIC);
+        }
+      }
+      if ((!ensemble || n + 1 == kRangees) && !Pas(s)) return false;
+    }
+    a.nombre = 0;
+    return true;
+  }
+
   bool Pas(sqlite3_stmt* s) {
     const bool ok = sqlite3_step(s) == SQLITE_DONE;
     sqlite3_reset(s);
@@ -232,7 +262,8 @@ class GeoPackage : public EcrivainExport {
   }
 
   bool Fermer() {
-    for (sqlite3_stmt*& s : insertion_) sqlite3_finalize(s), s = nullptr;
+    for (sqlite3_stmt*& s : une_) sqlite3_finalize(s), s = nullptr;
+    for (sqlite3_stmt*& s : plusieurs_) sqlite3_finalize(s), s = nullptr;
     if (base_ == nullptr) return false;
     const bool ok = sqlite3_close(base_) == SQLITE_OK;
     base_ = nullptr;
@@ -242,9 +273,22 @@ class GeoPackage : public EcrivainExport {
   std::string final_;
   std::unique_ptr<Temporaire> temporaire_;
   sqlite3* base_ = nullptr;
-  sqlite3_stmt* insertion_[2] = {nullptr, nullptr};
+  // Rows go in kRangees at a time, by one statement: a statement costs
+  // about as much as its rows, the sequence of an AUTOINCREMENT key being
+  // read and written by each.
+  static constexpr std::size_t kRangees = 64;
+  struct Rangee {
+    BlobPoint blob;
+    std::array<Valeur, kColonnesMax> valeurs;
+  };
+  struct Attente {
+    std::array<Rangee, kRangees> rangees;
+    std::size_t nombre = 0;
+  };
+  sqlite3_stmt* une_[2] = {nullptr, nullptr};
+  sqlite3_stmt* plusieurs_[2] = {nullptr, nullptr};
+  Attente attente_[2];
   int32_t srs_ = -1;
-  BlobPoint blob_;
   Emprise emprises_[2];
   std::vector<BoiteIndex> boites_[2];  // each row's, its fid the rank of its insertion
 };

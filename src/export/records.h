@@ -23,7 +23,7 @@ const char* NomCouche(Couche couche);
 enum class TypeChamp { Entier, Reel, Texte };
 
 struct Colonne {
-  const char* nom;
+  std::string_view nom;
   TypeChamp type;
 };
 
