@@ -43,20 +43,24 @@ struct FauxDialogues : DialoguesFichiers {
 struct FaussesBoites : BoitesMessages {
   struct Boite {
     bool fatale;
-    std::string titre, texte, bouton;  // bouton: the second button's, if any
+    std::string titre, texte;
+    std::vector<std::string> boutons;  // the buttons beside OK, if any
   };
   std::vector<Boite> boites;
-  bool choisirBouton = false;  // the second button picked, when there is one
+  std::deque<int> choix;  // the buttons picked in the boxes that have some, one a box; then OK
   std::function<void()> pendantLaBoite;  // runs while a box is "shown"
   void Message(Parent, const std::string& titre, const std::string& texte) override {
-    Montrer({false, titre, texte, ""});
+    Montrer({false, titre, texte, {}});
   }
-  bool MessageAvecBouton(Parent, const std::string& titre, const std::string& texte,
-                         const std::string& bouton) override {
-    Montrer({false, titre, texte, bouton});
-    return choisirBouton;
+  int MessageAvecBoutons(Parent, const std::string& titre, const std::string& texte,
+                         const std::vector<std::string>& boutons) override {
+    Montrer({false, titre, texte, boutons});
+    if (choix.empty()) return 0;
+    const int pris = choix.front();
+    choix.pop_front();
+    return pris;
   }
-  void ErreurFatale(Parent, const std::string& texte) override { Montrer({true, "Erreur fatale", texte, ""}); }
+  void ErreurFatale(Parent, const std::string& texte) override { Montrer({true, "Erreur fatale", texte, {}}); }
   void Montrer(const Boite& boite) {
     boites.push_back(boite);
     if (pendantLaBoite) pendantLaBoite();

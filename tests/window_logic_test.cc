@@ -3,6 +3,8 @@
 // does with it: window_views_test.cc.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "conversion/conversions.h"
 #include "test_support.h"
 #include "window_fakes.h"
@@ -117,7 +119,9 @@ TEST(LogiqueFenetre, LesFiltresChoisissentLaConversion) {
     EXPECT_EQ(f.vue.dialogues, cas.dialogues);
     EXPECT_EQ(f.fin.appels, 0);
     // OK pressed: no report.
-    for (const auto& boite : f.boites.boites) EXPECT_EQ(boite.bouton, "Voir le rapport");
+    for (const auto& boite : f.boites.boites) {
+      EXPECT_EQ(boite.boutons, (std::vector<std::string>{"Voir le rapport", "Exporter…"}));
+    }
     EXPECT_TRUE(f.documents.ouverts.empty() && f.fichiers.fichiers.count("quillon-s.ptv.html") == 0);
   }
 }
@@ -156,11 +160,13 @@ TEST(LogiqueFenetre, DialogueMontreSansConvertirPuisConvertitAvecLesChemins) {
   LogiqueOptions& dialogue = f.logique.DialogueValPrecFiab();
   dialogue.lstEchelle_Click("5000");
   dialogue.lstTheme_Click("OD");
-  f.boites.choisirBouton = true;
+  f.boites.choix = {1};
   dialogue.btnConvertir_Click();
-  ASSERT_EQ(f.boites.boites.size(), 1u);
+  // "Voir le rapport" picked: the run's report, written and opened; the
+  // summary comes back, and OK ends it.
+  ASSERT_EQ(f.boites.boites.size(), 2u);
   EXPECT_EQ(f.boites.boites[0].titre, "Quillon");
-  // "Voir le rapport" picked: the run's report, written and opened.
+  EXPECT_EQ(f.boites.boites[1].texte, f.boites.boites[0].texte);
   EXPECT_EQ(f.documents.ouverts, std::vector<std::string>{"quillon-s.ptv.html"});
   const std::string rapport = f.Cible("quillon-s.ptv.html");
   for (const char* texte : {"2 ligne(s) lues dans le fichier source", "ptv-ptp", "échelle 5000, thème OD"}) {
@@ -180,6 +186,90 @@ TEST(LogiqueFenetre, DialogueMontreSansConvertirPuisConvertitAvecLesChemins) {
   ASSERT_TRUE(ConvertirPtValEnPtPrecFiab(reference, 6, 3));
   EXPECT_EQ(f.Cible("c.ptp"), f.Cible("r.ptp"));
   EXPECT_EQ(f.fichiers.fichiers.count("premiere.ptp"), 0u);
+}
+
+// "Exporter…" in the summary box: a save dialog with one filter per format,
+// GeoPackage first; the name picked, its extension or not, gives the files;
+// a name that is the run's own source, target or log writes nothing. The
+// summary comes back after each export.
+TEST(LogiqueFenetre, ExporterDepuisLeBilan) {
+  const std::string kValide = "06 2361502           1 2OR 77.  2600000.000 1200000.000 2541.360        PFP3 n\xB0 12   AB\r\n";
+  const struct {
+    const char* source;
+    const char* nom;
+    int filtre;
+    std::vector<std::string> ecrits;  // besides the run's source, target and log
+    const char* message;
+  } kCas[] = {
+      {"s.ptv", "export.csv", 2, {"export.csv", "export.csvt", "export-rejets.csv", "export-rejets.csvt"},
+       "1 point(s) et 0 ligne(s) rejetée(s) exportés dans export.csv\r\nSystème de coordonnées : EPSG:2056"},
+      {"s.ptv", "export", 4, {"export.dxf"},
+       "1 point(s) et 0 ligne(s) rejetée(s) exportés dans export.dxf\r\nSystème de coordonnées : EPSG:2056"},
+      {"s.ptv", "EXPORT.GeoJSON", 3, {"EXPORT.geojson", "EXPORT-rejets.geojson"}, nullptr},
+      {"s.ptv", "c", 0, {}, nullptr},  // cancelled
+      {"s.csv", "s", 2, {}, "Le fichier s.csv est la source, la cible ou le journal : rien n'est exporté"},
+  };
+  for (const auto& cas : kCas) {
+    SCOPED_TRACE(cas.nom);
+    Fenetre f;
+    const std::string source = cas.source;
+    f.fichiers.fichiers[source] = kValide;
+    f.Commander(Commande::Ouvrir, source, 1);
+    f.Commander(Commande::EnregistrerSous, "c.ptp", 1);
+    f.boites.choix = {2};
+    if (cas.filtre != 0) f.dialogues.reponses.push_back({cas.nom, cas.filtre});
+    f.logique.DialogueValPrecFiab().lstEchelle_Click("1000");
+    f.logique.DialogueValPrecFiab().btnConvertir_Click();
+    EXPECT_EQ(f.dialogues.titres.back(), "Exporter les points");
+    EXPECT_EQ(f.dialogues.filtres.back(),
+              "GeoPackage (*.gpkg)|*.gpkg|CSV (*.csv)|*.csv|GeoJSON (*.geojson)|*.geojson|DXF (*.dxf)|*.dxf");
+    std::vector<std::string> ecrits;
+    for (const auto& [nom, octets] : f.fichiers.fichiers) {
+      if (nom != source && nom != source + ".log" && nom != "c.ptp") ecrits.push_back(nom);
+    }
+    std::sort(ecrits.begin(), ecrits.end());
+    std::vector<std::string> attendus = cas.ecrits;
+    std::sort(attendus.begin(), attendus.end());
+    EXPECT_EQ(ecrits, attendus);
+    const bool message = !cas.ecrits.empty() || (cas.message != nullptr);
+    ASSERT_EQ(f.boites.boites.size(), message ? 3u : 2u);  // the summary, the export's box, the summary again
+    if (cas.message != nullptr) {
+      EXPECT_EQ(f.boites.boites[1].texte, cas.message);
+    }
+  }
+}
+
+// "Comparer deux fichiers…": the old file, then the new one; their report
+// written into the temporary folder and opened; a box for what cannot be
+// compared.
+TEST(LogiqueFenetre, ComparerDeuxFichiers) {
+  const std::string kPoint = "06 2361502           1 2OR 77.  2600000.000 1200000.000 2541.360        PFP3 12      AB\r\n";
+  const struct {
+    std::vector<FichierChoisi> choisis;
+    const char* rapport;  // written and opened, or null
+    const char* message;
+  } kCas[] = {
+      {{{"a.ptv", 1}, {"b.ptv", 1}}, "quillon-a.ptv-b.ptv.html", nullptr},
+      {{{"a.ptv", 1}}, nullptr, nullptr},  // the second dialog cancelled
+      {{{"a.ptv", 1}, {"b.txt", 1}}, nullptr, "Le fichier b.txt n'est pas un fichier .ptv, .ptp ou .pts"},
+      {{{"a.ptv", 1}, {"absent.ptp", 1}}, nullptr, "Le fichier absent.ptp ne peut pas être ouvert"},
+  };
+  for (const auto& cas : kCas) {
+    Fenetre f;
+    f.fichiers.fichiers["a.ptv"] = kPoint;
+    f.fichiers.fichiers["b.ptv"] = kPoint + kPoint;
+    f.dialogues.reponses.assign(cas.choisis.begin(), cas.choisis.end());
+    f.logique.Commander(Commande::Comparer);
+    EXPECT_EQ(f.dialogues.titres.front(), "Comparer : l'ancien fichier");
+    EXPECT_EQ(f.documents.ouverts, cas.rapport ? std::vector<std::string>{cas.rapport} : std::vector<std::string>{});
+    if (cas.rapport) {
+      EXPECT_NE(f.Cible(cas.rapport).find("<!DOCTYPE html>"), std::string::npos);
+    }
+    ASSERT_EQ(f.boites.boites.size(), cas.message ? 1u : 0u);
+    if (cas.message) {
+      EXPECT_EQ(f.boites.boites[0].texte, cas.message);
+    }
+  }
 }
 
 // Which entry gives which choice, and how long a choice stays, go through

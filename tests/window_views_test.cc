@@ -25,9 +25,12 @@ TEST(Fenetres, MenusSuiventLaLogiqueEtQuitterTermine) {
   for (Commande c : {Commande::Fermer, Commande::EnregistrerSous, Commande::MettreEnPage, Commande::Imprimer}) {
     EXPECT_FALSE(p->Actif(c)) << static_cast<int>(c);
   }
-  EXPECT_TRUE(p->Actif(Commande::Ouvrir) && p->Actif(Commande::Quitter) && p->Actif(Commande::APropos));
+  EXPECT_TRUE(p->Actif(Commande::Ouvrir) && p->Actif(Commande::Comparer) && p->Actif(Commande::Quitter) &&
+              p->Actif(Commande::APropos));
   p->Menu(Commande::EnregistrerSous);
   EXPECT_EQ(p->dialogues.filtres.size(), 1u);
+  p->Menu(Commande::Comparer);
+  EXPECT_EQ(p->dialogues.titres.back(), "Comparer : l'ancien fichier");
   p->Menu(Commande::APropos);
   p->FermerParLaBarre("frmQuillon");
   EXPECT_EQ(p->fin.appels, 1);

@@ -12,6 +12,16 @@ const char* MotFormat(FormatExport format) {
   return "";
 }
 
+const char* DescriptionFormat(FormatExport format) {
+  switch (format) {
+    case FormatExport::GeoPackage: return "GeoPackage";
+    case FormatExport::Csv: return "CSV";
+    case FormatExport::GeoJson: return "GeoJSON";
+    case FormatExport::Dxf: return "DXF";
+  }
+  return "";
+}
+
 bool FormatDisponible(FormatExport format) { return format != FormatExport::GeoPackage || GeoPackageDisponible(); }
 
 std::vector<std::string> FichiersExport(FormatExport format, const std::string& base) {

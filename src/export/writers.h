@@ -19,6 +19,8 @@ enum class FormatExport { GeoPackage, Csv, GeoJson, Dxf };
 
 // "gpkg", "csv", "geojson", "dxf".
 const char* MotFormat(FormatExport format);
+// "GeoPackage", "CSV", "GeoJSON", "DXF": the format's name for a user.
+const char* DescriptionFormat(FormatExport format);
 // False for the GeoPackage in a build without SQLite.
 bool FormatDisponible(FormatExport format);
 

@@ -85,9 +85,9 @@ PointCompare Compacter(const Point& p, uint32_t ligne) {
 }
 
 bool Lire(FichierCompare& f, const ReglagesComparaison& r, bool enPrecisions, int64_t& sansPrecision,
-          std::string& erreur) {
+          SystemeFichiers& systeme, std::string& erreur) {
   FluxTexte flux;
-  if (!OuvrirFichierLecture(flux, f.chemin, SystemeFichiersReel())) {
+  if (!OuvrirFichierLecture(flux, f.chemin, systeme)) {
     erreur = CauseFatale({f.chemin, RaisonFatale::Ouverture});
     return false;
   }
@@ -302,7 +302,7 @@ bool Comparaison::Differe() const {
 }
 
 bool Comparer(const std::string& ancien, const std::string& nouveau, const ReglagesComparaison& reglages,
-              Comparaison& c, std::string& erreur) {
+              Comparaison& c, std::string& erreur, SystemeFichiers& systeme) {
   c = Comparaison{};
   c.reglages = reglages;
   c.ancien.chemin = ancien, c.nouveau.chemin = nouveau;
@@ -314,10 +314,10 @@ bool Comparer(const std::string& ancien, const std::string& nouveau, const Regla
   const bool precA = *sa == SorteFichier::Precision, precN = *sn == SorteFichier::Precision;
   c.valeursEnPrecisions = precN && !precA ? 1 : precA && !precN ? 2 : 0;
   c.champsCompares = ChampsCompares(*sa, *sn);
-  if (!Lire(c.ancien, reglages, c.valeursEnPrecisions == 1, c.sansPrecision, erreur)) return false;
+  if (!Lire(c.ancien, reglages, c.valeursEnPrecisions == 1, c.sansPrecision, systeme, erreur)) return false;
   // A new delivery is mostly the old one: room for it at once.
   c.nouveau.points.reserve(c.ancien.points.size() + c.ancien.points.size() / 16);
-  if (!Lire(c.nouveau, reglages, c.valeursEnPrecisions == 2, c.sansPrecision, erreur)) return false;
+  if (!Lire(c.nouveau, reglages, c.valeursEnPrecisions == 2, c.sansPrecision, systeme, erreur)) return false;
   const auto avant = [](const PointCompare& x, const PointCompare& y) {
     const int o = ComparerIdentite(x, y);
     return o != 0 ? o < 0 : x.ligne < y.ligne;

@@ -11,6 +11,8 @@
 #include <string_view>
 #include <vector>
 
+#include "io/file_system.h"
+
 namespace quillon {
 
 enum class SorteFichier : uint8_t { Valeur, Precision, DC };  // .ptv .ptp .pts
@@ -110,7 +112,7 @@ struct Comparaison {
 // file that failed and why (Windows-1252), when one cannot be opened or
 // read to its end.
 bool Comparer(const std::string& ancien, const std::string& nouveau, const ReglagesComparaison& reglages,
-              Comparaison& resultat, std::string& erreur);
+              Comparaison& resultat, std::string& erreur, SystemeFichiers& systeme = SystemeFichiersReel());
 
 // The identity as the reports show it: theme/commune/plan/number, a blank
 // theme as "blanc". Windows-1252.

@@ -11,6 +11,7 @@ namespace {
 constexpr EntreeMenu kMenus[] = {
     {"mnuFichier", "Fichier", 0, true, Commande::Aucune},
     {"mnuOuvrir", "Ouvrir...", 1, true, Commande::Ouvrir},
+    {"mnuComparer", "Comparer deux fichiers…", 1, true, Commande::Comparer},
     {"mnuFermer", "Fermer", 1, false, Commande::Fermer},
     {"barre1", "-", 1, false, Commande::Aucune},
     {"mnuEnregistrerSous", "Enregistrer sous...", 1, false, Commande::EnregistrerSous},

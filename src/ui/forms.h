@@ -15,7 +15,7 @@ inline constexpr int kLargeurQuillon = 7665;  // client area, below the menu bar
 inline constexpr int kHauteurQuillon = 3105;
 
 // The menu commands, as the front ends number them.
-enum class Commande { Aucune, Ouvrir, Fermer, EnregistrerSous, MettreEnPage, Imprimer, Quitter, APropos };
+enum class Commande { Aucune, Ouvrir, Fermer, EnregistrerSous, MettreEnPage, Imprimer, Quitter, APropos, Comparer };
 
 // One entry of the menu bar, in display order: a top-level menu (niveau 0),
 // an entry under the last one (niveau 1), or a separator (texte "-"). No
@@ -38,6 +38,16 @@ inline constexpr std::string_view kFiltreVersPrecFiab = "Points avec précision 
 inline constexpr std::string_view kFiltreDepuisPrecFiab =
     "Points avec valeur (*.ptv)|*.ptv|Points au format MD01 (*.ptm)|*.ptm";
 inline constexpr std::string_view kFiltreVersValeur = "Points avec valeur (*.ptv)|*.ptv";
+
+// Comparing two deliveries: the old file, then the new one, of any kind.
+inline constexpr std::string_view kTitreComparerAncien = "Comparer : l'ancien fichier";
+inline constexpr std::string_view kTitreComparerNouveau = "Comparer : le nouveau fichier";
+inline constexpr std::string_view kFiltreComparer = "Fichiers de points (*.ptv;*.ptp;*.pts)|*.ptv;*.ptp;*.pts";
+
+// The buttons of a run's summary box beside OK, and the export's dialog.
+inline constexpr std::string_view kBoutonRapport = "Voir le rapport";
+inline constexpr std::string_view kBoutonExporter = "Exporter…";
+inline constexpr std::string_view kTitreExporter = "Exporter les points";
 
 // --- Dialogs ---------------------------------------------------------------
 

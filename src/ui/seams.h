@@ -8,6 +8,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace quillon {
 
@@ -42,10 +43,11 @@ class BoitesMessages {
   virtual ~BoitesMessages() = default;
   // No icon; the text is shown as given, "\r\n" separating its lines.
   virtual void Message(Parent parent, const std::string& titre, const std::string& texte) = 0;
-  // The same box with a second button captioned `bouton`: true when the
-  // user picked it, false for OK or the box closed otherwise.
-  virtual bool MessageAvecBouton(Parent parent, const std::string& titre, const std::string& texte,
-                                 const std::string& bouton) = 0;
+  // The same box with more buttons after OK, captioned `boutons`: the
+  // 1-based rank of the one the user picked, 0 for OK or the box closed
+  // otherwise.
+  virtual int MessageAvecBoutons(Parent parent, const std::string& titre, const std::string& texte,
+                                 const std::vector<std::string>& boutons) = 0;
   // Captioned "Erreur fatale", with the error icon.
   virtual void ErreurFatale(Parent parent, const std::string& texte) = 0;
 };

@@ -1,11 +1,15 @@
 #include "ui/window_logic.h"
 
+#include <cctype>
 #include <memory>
 
 #include "conversion/conversions.h"
 #include "io/encoding.h"
 #include "io/locale.h"
 #include "model/point.h"
+#include "export/exports.h"
+#include "report/comparaison.h"
+#include "report/comparaison_rapports.h"
 #include "report/html.h"
 #include "ui/registry.h"
 #include "version.h"
@@ -33,6 +37,23 @@ std::string TexteOptions(Conversion conversion, const OptionsConversion& options
   return texte;
 }
 
+// The name picked without the format's extension (in any case), if it ends
+// with it.
+std::string SansExtension(std::string nom, std::string_view extension) {
+  const std::size_t n = extension.size() + 1;
+  if (nom.size() > n && nom[nom.size() - n] == '.') {
+    bool meme = true;
+    for (std::size_t k = 0; k < extension.size(); ++k) {
+      meme = meme && std::tolower(static_cast<unsigned char>(nom[nom.size() - extension.size() + k])) == extension[k];
+    }
+    if (meme) nom.resize(nom.size() - n);
+  }
+  return nom;
+}
+
+// The name without its folder.
+std::string NomSeul(const std::string& chemin) { return chemin.substr(chemin.find_last_of("/\\") + 1); }
+
 bool EcrireFichier(SystemeFichiers& systeme, const std::string& chemin, const std::string& octets) {
   const std::unique_ptr<SupportFichier> fichier = systeme.CreerEcriture(chemin, {});
   if (fichier == nullptr) return false;
@@ -41,6 +62,19 @@ bool EcrireFichier(SystemeFichiers& systeme, const std::string& chemin, const st
     return false;
   }
   return fichier->Fermer();
+}
+
+// A report written into the user's temporary folder and opened in the
+// browser; a box tells when either cannot be done.
+void MontrerRapport(Services& services, SystemeFichiers& systeme, Parent parent, const std::string& chemin,
+                    const std::string& html) {
+  const char* echec = nullptr;
+  if (!EcrireFichier(systeme, chemin, html)) {
+    echec = " ne peut pas être écrit";
+  } else if (!services.documents.Ouvrir(chemin)) {
+    echec = " ne peut pas être ouvert";
+  }
+  if (echec != nullptr) services.messages.Message(parent, kTitreApplication, "Le rapport " + chemin + echec);
 }
 
 // A run's summary box with the report's button, over the windows' own
@@ -58,9 +92,15 @@ class AffichageAvecRapport : public Affichage {
 
   Collecte& Observateur() { return collecte_; }
 
+  // The box comes back after each of its other buttons, until OK: the
+  // user may look at the report, then export.
   void MontrerBilan(const std::array<std::string, 4>& lignes) override {
-    if (services_.messages.MessageAvecBouton(parent_, kTitreApplication, TexteBilan(lignes), "Voir le rapport")) {
-      VoirRapport(lignes);
+    const std::vector<std::string> boutons = {std::string(kBoutonRapport), std::string(kBoutonExporter)};
+    for (;;) {
+      const int choix = services_.messages.MessageAvecBoutons(parent_, kTitreApplication, TexteBilan(lignes), boutons);
+      if (choix == 1) VoirRapport(lignes);
+      else if (choix == 2) Exporter();
+      else break;
     }
   }
   void MontrerErreurFatale(const ErreurFatale& erreur) override { fenetre_.MontrerErreurFatale(erreur); }
@@ -81,16 +121,51 @@ class AffichageAvecRapport : public Affichage {
     entete.verdict = rejets ? Verdict::Rejets : Verdict::SansRejet;
     entete.lignesRejetees = controles.nombres[static_cast<std::size_t>(IssueLigne::Rejetee)];
 
-    const std::string& source = reglages_.FichierSource.Nom;
-    const std::string chemin = services_.documents.DossierTemporaire() + "quillon-" +
-                               source.substr(source.find_last_of("/\\") + 1) + ".html";
-    const char* echec = nullptr;
-    if (!EcrireFichier(*reglages_.systeme, chemin, RapportHtml(entete, collecte_, controles))) {
-      echec = " ne peut pas être écrit";
-    } else if (!services_.documents.Ouvrir(chemin)) {
-      echec = " ne peut pas être ouvert";
+    const std::string chemin =
+        services_.documents.DossierTemporaire() + "quillon-" + NomSeul(reglages_.FichierSource.Nom) + ".html";
+    MontrerRapport(services_, *reglages_.systeme, parent_, chemin, RapportHtml(entete, collecte_, controles));
+  }
+
+  // The run's points in one format, named in a save dialog whose filters
+  // are the formats, GeoPackage first: a pass of its own over the source.
+  void Exporter() {
+    std::vector<FormatExport> formats;
+    std::string filtre;
+    for (FormatExport f : {FormatExport::GeoPackage, FormatExport::Csv, FormatExport::GeoJson, FormatExport::Dxf}) {
+      if (!FormatDisponible(f)) continue;
+      formats.push_back(f);
+      const std::string motif = std::string("*.") + MotFormat(f);
+      filtre += (filtre.empty() ? "" : "|") + std::string(DescriptionFormat(f)) + " (" + motif + ")|" + motif;
     }
-    if (echec != nullptr) services_.messages.Message(parent_, kTitreApplication, "Le rapport " + chemin + echec);
+    const std::optional<FichierChoisi> choix =
+        services_.dialogues.EnregistrerSous(parent_, std::string(kTitreExporter), filtre, 1);
+    if (!choix || choix->indexFiltre < 1 || choix->indexFiltre > static_cast<int>(formats.size())) return;
+    DemandeExport demande;
+    demande.source = reglages_.FichierSource.Nom;
+    demande.conversion = conversion_;
+    demande.options = options_;
+    demande.formats = {formats[static_cast<std::size_t>(choix->indexFiltre - 1)]};
+    demande.base = SansExtension(choix->nom, MotFormat(demande.formats.front()));
+    demande.systeme = reglages_.systeme;
+    const std::vector<std::string> fichiers = FichiersExport(demande.formats.front(), demande.base);
+    for (const std::string& f : fichiers) {
+      if (f == reglages_.FichierSource.Nom || f == reglages_.FichierCible.Nom || f == reglages_.journal.FichierLog.Nom) {
+        services_.messages.Message(parent_, kTitreApplication,
+                                   "Le fichier " + f + " est la source, la cible ou le journal : rien n'est exporté");
+        return;
+      }
+    }
+    const BilanExport bilan = quillon::Exporter(demande);
+    std::string texte;
+    if (bilan.complet) {
+      texte = std::to_string(bilan.points) + " point(s) et " + std::to_string(bilan.rejets) +
+              " ligne(s) rejetée(s) exportés dans " + fichiers.front();
+      texte += bilan.epsg != 0 ? "\r\nSystème de coordonnées : EPSG:" + std::to_string(bilan.epsg)
+                               : "\r\nSystème de coordonnées inconnu : l'export n'en nomme aucun";
+    } else {
+      texte = Cp1252VersUtf8(CauseFatale(bilan.erreur));
+    }
+    services_.messages.Message(parent_, kTitreApplication, texte);
   }
 
   Affichage& fenetre_;
@@ -167,6 +242,7 @@ void LogiqueQuillon::Commander(Commande commande) {
       break;
     case Commande::Quitter: mnuQuitter_Click(); break;
     case Commande::APropos: mnuAPropos_Click(); break;
+    case Commande::Comparer: mnuComparer_Click(); break;
     case Commande::Aucune:
     case Commande::MettreEnPage:
     case Commande::Imprimer: break;
@@ -222,6 +298,36 @@ void LogiqueQuillon::mnuEnregistrerSous_Click() {
     case TypeFichier::DC: vue_.MontrerDialogue(dcVal_); break;
     case TypeFichier::Aucun: break;
   }
+}
+
+// Two deliveries of the same points: the old file, then the new one, each
+// of any kind; their comparison report opens in the browser, as
+// quillon-lot --comparer writes it with its default tolerances.
+void LogiqueQuillon::mnuComparer_Click() {
+  const Parent parent = vue_.Fenetre();
+  const std::optional<FichierChoisi> ancien = services_.dialogues.Ouvrir(
+      parent, std::string(kTitreComparerAncien), std::string(kFiltreComparer), 1);
+  if (!ancien) return;
+  const std::optional<FichierChoisi> nouveau = services_.dialogues.Ouvrir(
+      parent, std::string(kTitreComparerNouveau), std::string(kFiltreComparer), 1);
+  if (!nouveau) return;
+  for (const std::string& nom : {ancien->nom, nouveau->nom}) {
+    if (!SortePourChemin(nom)) {
+      services_.messages.Message(parent, kTitreApplication,
+                                 "Le fichier " + nom + " n'est pas un fichier .ptv, .ptp ou .pts");
+      return;
+    }
+  }
+  Comparaison comparaison;
+  std::string erreur;
+  if (!Comparer(ancien->nom, nouveau->nom, ReglagesComparaison{}, comparaison, erreur, *reglages_.systeme)) {
+    services_.messages.Message(parent, kTitreApplication, Cp1252VersUtf8(erreur));
+    return;
+  }
+  const std::string chemin = services_.documents.DossierTemporaire() + "quillon-" + NomSeul(ancien->nom) + "-" +
+                             NomSeul(nouveau->nom) + ".html";
+  MontrerRapport(services_, *reglages_.systeme, parent, chemin,
+                 RapportComparaisonHtml(comparaison, "quillon", DateHeureJournal()));
 }
 
 void LogiqueQuillon::mnuFermer_Click() { ActiverMenusFichier(false); }

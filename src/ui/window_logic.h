@@ -110,6 +110,7 @@ class LogiqueQuillon {
   // nothing.
   void Commander(Commande commande);
   void mnuOuvrir_Click();
+  void mnuComparer_Click();
   void mnuFermer_Click();
   void mnuEnregistrerSous_Click();
   void mnuQuitter_Click();

@@ -48,11 +48,11 @@ QStringList FiltresQt(const QString& filtre) {
   for (qsizetype i = 0; i + 1 < morceaux.size(); i += 2) {
     const QString& description = morceaux[i];
     const QString& motif = morceaux[i + 1];
-    if (description.contains(QLatin1Char('(') + motif + QLatin1Char(')'))) {
-      filtres << description;
-    } else {
-      filtres << description + QStringLiteral(" (") + motif + QLatin1Char(')');
-    }
+    QString qt = description.contains(QLatin1Char('(') + motif + QLatin1Char(')'))
+                     ? description
+                     : description + QStringLiteral(" (") + motif + QLatin1Char(')');
+    // Several patterns: ";" between them for Windows, a blank for Qt.
+    filtres << qt.replace(QLatin1Char(';'), QLatin1Char(' '));
   }
   return filtres;
 }
@@ -74,16 +74,22 @@ void BoitesMessagesQt::Message(Parent parent, const std::string& titre, const st
   boite.exec();
 }
 
-bool BoitesMessagesQt::MessageAvecBouton(Parent parent, const std::string& titre, const std::string& texte,
-                                         const std::string& bouton) {
+int BoitesMessagesQt::MessageAvecBoutons(Parent parent, const std::string& titre, const std::string& texte,
+                                         const std::vector<std::string>& boutons) {
   QMessageBox boite(QMessageBox::NoIcon, QString::fromStdString(titre), TexteAffiche(texte), QMessageBox::Ok,
                     WidgetDe(parent));
   boite.setTextFormat(Qt::PlainText);
-  const QPushButton* second = boite.addButton(QString::fromStdString(bouton), QMessageBox::ActionRole);
+  std::vector<const QAbstractButton*> autres;
+  for (const std::string& bouton : boutons) {
+    autres.push_back(boite.addButton(QString::fromStdString(bouton), QMessageBox::ActionRole));
+  }
   boite.setDefaultButton(QMessageBox::Ok);
   boite.setEscapeButton(QMessageBox::Ok);
   boite.exec();
-  return boite.clickedButton() == second;
+  for (std::size_t k = 0; k < autres.size(); ++k) {
+    if (boite.clickedButton() == autres[k]) return static_cast<int>(k) + 1;
+  }
+  return 0;
 }
 
 void BoitesMessagesQt::ErreurFatale(Parent parent, const std::string& texte) {

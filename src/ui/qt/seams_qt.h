@@ -22,8 +22,8 @@ class DialoguesFichiersQt : public DialoguesFichiers {
 class BoitesMessagesQt : public BoitesMessages {
  public:
   void Message(Parent parent, const std::string& titre, const std::string& texte) override;
-  bool MessageAvecBouton(Parent parent, const std::string& titre, const std::string& texte,
-                         const std::string& bouton) override;
+  int MessageAvecBoutons(Parent parent, const std::string& titre, const std::string& texte,
+                         const std::vector<std::string>& boutons) override;
   void ErreurFatale(Parent parent, const std::string& texte) override;
 };
 

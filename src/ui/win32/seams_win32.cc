@@ -62,8 +62,8 @@ void BoitesMessagesWin32::Message(Parent parent, const std::string& titre, const
   ::MessageBoxW(static_cast<HWND>(parent), Large(texte).c_str(), Large(titre).c_str(), MB_OK);
 }
 
-bool BoitesMessagesWin32::MessageAvecBouton(Parent parent, const std::string& titre, const std::string& texte,
-                                            const std::string& bouton) {
+int BoitesMessagesWin32::MessageAvecBoutons(Parent parent, const std::string& titre, const std::string& texte,
+                                            const std::vector<std::string>& boutons) {
   // Task dialogs come with common controls 6, which the manifest asks for;
   // without them, the box has its OK button alone.
   using TaskDialog = HRESULT(WINAPI*)(const TASKDIALOGCONFIG*, int*, int*, BOOL*);
@@ -71,11 +71,14 @@ bool BoitesMessagesWin32::MessageAvecBouton(Parent parent, const std::string& ti
       reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"comctl32.dll"), "TaskDialogIndirect")));
   if (dialogue == nullptr) {
     Message(parent, titre, texte);
-    return false;
+    return 0;
   }
-  constexpr int kIdBouton = 100;
-  const std::wstring legende = Large(titre), contenu = Large(texte), texteBouton = Large(bouton);
-  const TASKDIALOG_BUTTON boutons[] = {{kIdBouton, texteBouton.c_str()}};
+  constexpr int kIdPremier = 100;
+  const std::wstring legende = Large(titre), contenu = Large(texte);
+  std::vector<std::wstring> textes;
+  for (const std::string& bouton : boutons) textes.push_back(Large(bouton));
+  std::vector<TASKDIALOG_BUTTON> autres;
+  for (std::size_t k = 0; k < textes.size(); ++k) autres.push_back({kIdPremier + static_cast<int>(k), textes[k].c_str()});
   TASKDIALOGCONFIG config{};
   config.cbSize = sizeof config;
   config.hwndParent = static_cast<HWND>(parent);
@@ -83,15 +86,16 @@ bool BoitesMessagesWin32::MessageAvecBouton(Parent parent, const std::string& ti
   config.dwCommonButtons = TDCBF_OK_BUTTON;
   config.pszWindowTitle = legende.c_str();
   config.pszContent = contenu.c_str();
-  config.cButtons = 1;
-  config.pButtons = boutons;
+  config.cButtons = static_cast<UINT>(autres.size());
+  config.pButtons = autres.data();
   config.nDefaultButton = IDOK;
   int choisi = 0;
   if (FAILED(dialogue(&config, &choisi, nullptr, nullptr))) {
     Message(parent, titre, texte);
-    return false;
+    return 0;
   }
-  return choisi == kIdBouton;
+  const int rang = choisi - kIdPremier + 1;
+  return rang >= 1 && rang <= static_cast<int>(boutons.size()) ? rang : 0;
 }
 
 void BoitesMessagesWin32::ErreurFatale(Parent parent, const std::string& texte) {

@@ -19,8 +19,8 @@ class BoitesMessagesWin32 : public BoitesMessages {
  public:
   void Message(Parent parent, const std::string& titre, const std::string& texte) override;
   // A task dialog: a message box has no button of a caption of its own.
-  bool MessageAvecBouton(Parent parent, const std::string& titre, const std::string& texte,
-                         const std::string& bouton) override;
+  int MessageAvecBoutons(Parent parent, const std::string& titre, const std::string& texte,
+                         const std::vector<std::string>& boutons) override;
   void ErreurFatale(Parent parent, const std::string& texte) override;
 };
 
