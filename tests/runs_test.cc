@@ -340,6 +340,31 @@ TEST(Lot, DossiersIlisiblesDansUnParcours) {
   EXPECT_EQ(r.codeSortie, 2);
 }
 
+// An export that fills the disk fails its file and leaves the previous
+// export as it was, and no other: 1 MiB of its own, mounted in a mount
+// namespace of this test's, for 2.4 MB of CSV.
+TEST(Lot, ExportSurUnDisquePlein) {
+  if (SousWindows()) GTEST_SKIP() << "no mount under wine";
+  DossierTemporaire d;
+  fs::create_directory(d / "petit");
+  if (unshare(CLONE_NEWNS) != 0 || mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+      mount("tmpfs", (d / "petit").c_str(), "tmpfs", 0, "size=1m,mode=0777") != 0) {
+    GTEST_SKIP() << "needs root and CAP_SYS_ADMIN";
+  }
+  EcrireFichier(d / "a.ptv", Repeter(kLignePtv, 20000));
+  EcrireFichier(d / "petit/a.csv", "l'export d'avant\r\n");
+  const Etat avant = EtatDe(d.chemin());
+  const ResultatExe r =
+      LancerQuillon({"-n", "-c", "petit/a.ptp", "--exporter=csv", "--srs=EPSG:2056", "-e", "1000", "-t", "CS", "a.ptv"},
+                    d.chemin(), Programme::Lot);
+  EXPECT_EQ(r.codeSortie, 2);
+  EXPECT_NE(r.sortie.find("\techec\tLe fichier petit/a.csv ne peut pas \xEAtre \xE9" "crit"), std::string::npos) << r.sortie;
+  Etat apres = EtatDe(d.chemin());
+  EXPECT_EQ(apres.erase("a.ptv.log"), 1u);  // the check's log, beside its source
+  EXPECT_EQ(apres, avant);
+  umount2((d / "petit").c_str(), MNT_DETACH);
+}
+
 // True when nothing is left in the pipe and every thread of the batch
 // sleeps: its reader waits in a read.
 bool LectureEnAttente(pid_t pid, int tuyau) {

@@ -8,7 +8,8 @@
 #   apply on Windows are listed with their reasons in tests/windows/exclus;
 # - the windowed mode: quillon.exe without arguments shows the main window
 #   (smoke-windowed.sh); the windows themselves are driven by the unit
-#   tests (tests/win32_windows_test.cc).
+#   tests (tests/win32_windows_test.cc);
+# - quillon-lot.exe's exports against quillon-lot's (exports.sh).
 # Everything runs on a virtual X display of its own.
 # One wineserver is kept alive for the whole run, in a wine prefix of the
 # build's own; wine's debug output is silenced. The i686 build's tests run
@@ -52,6 +53,7 @@ sous_wine() {
   echo "test-windows: $nom: $((cas + 4)) cases in $(((fin - debut) / 1000000)) ms"
   echo "test-windows: $nom windowed mode: quillon.exe without arguments"
   "$(dirname "$0")/smoke-windowed.sh" "$build/quillon.exe"
+  "$(dirname "$0")/exports.sh" "$linux" "$build"
 }
 
 sous_wine x86_64 "$win64"
