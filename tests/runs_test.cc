@@ -472,5 +472,24 @@ TEST_F(Windows, CheminHorsWindows1252) {
   EXPECT_EQ(Temporaires(d.chemin()), std::vector<std::string>{});
 }
 
+// A replaced target as far as wine models Windows' files: a target with a
+// second hard link gets the new bytes under both names, still one file; a
+// read-only target is refused and stays as it was.
+TEST_F(Windows, CibleAvecUnLienDurOuEnLectureSeule) {
+  EcrireFichier(d / "a.ptv", kLignePtv);
+  EcrireFichier(d / "b.ptp", kCibleAvant);
+  fs::create_hard_link(d / "b.ptp", d / "lien.ptp");
+  EXPECT_EQ(Lancer("a.ptv b.ptp").sortie.substr(0, kVersion.size() + 2), kVersion + "1 ");
+  EXPECT_EQ(LireFichier(d / "lien.ptp").size(), 89u);
+  EXPECT_TRUE(fs::equivalent(d / "b.ptp", d / "lien.ptp"));
+
+  EcrireFichier(d / "c.ptp", kCibleAvant);
+  fs::permissions(d / "c.ptp", fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
+  EXPECT_NE(Lancer("a.ptv c.ptp").sortie.find("c.ptp ne peut pas \xEAtre cr\xE9\xE9"), std::string::npos);
+  EXPECT_EQ(LireFichier(d / "c.ptp"), kCibleAvant);
+  EXPECT_EQ(fs::status(d / "c.ptp").permissions() & fs::perms::owner_write, fs::perms::none);
+  EXPECT_EQ(Temporaires(d.chemin()), std::vector<std::string>{});
+}
+
 }  // namespace
 }  // namespace quillon::test

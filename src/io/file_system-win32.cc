@@ -2,10 +2,13 @@
 // Windows accepts goes through (names are held in UTF-8). A file created
 // for writing is written to a temporary file in its folder, flushed, and
 // put in place on closing: ReplaceFileW over an existing file, which keeps
-// its attributes and rights, MoveFileExW otherwise.
+// its attributes and rights, MoveFileExW otherwise. An existing file with
+// other hard links gets the finished bytes written into it instead, so that
+// every name shows them.
 #include <windows.h>
 
 #include <string>
+#include <vector>
 
 #include "io/wide_text.h"
 #include "io/file_system.h"
@@ -24,6 +27,7 @@ struct Identite {
   DWORD volume = 0;
   uint64_t index = 0;
   std::wstring chemin;
+  DWORD liens = 0;  // its names
 
   bool Meme(const Identite& autre) const {
     if (existe && autre.existe) return volume == autre.volume && index == autre.index;
@@ -43,6 +47,7 @@ void LireIdentite(HANDLE fichier, Identite& identite) {
   identite.existe = true;
   identite.volume = info.dwVolumeSerialNumber;
   identite.index = (uint64_t{info.nFileIndexHigh} << 32) | info.nFileIndexLow;
+  identite.liens = info.nNumberOfLinks;
 }
 
 class SupportWin32 : public SupportFichier {
@@ -119,12 +124,37 @@ class SupportRemplacement : public SupportWin32 {
  private:
   bool Remplacer() {
     const std::wstring temporaire = Large(temporaire_.Chemin());
+    if (remplace_ && identite_.liens > 1) return Recopier(temporaire);
     if (remplace_ && ::ReplaceFileW(final_.c_str(), temporaire.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS,
                                     nullptr, nullptr)) {
       return true;
     }
     // No previous file, or it went away meanwhile.
     return ::MoveFileExW(temporaire.c_str(), final_.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+  }
+
+  // The finished file's bytes written into the existing one, its other
+  // names then showing them; not in one step, since no rename can replace
+  // a file under all its names: a failure while copying can leave it part
+  // new. Flushed before the temporary file goes.
+  bool Recopier(const std::wstring& temporaire) {
+    const HANDLE source = ::CreateFileW(temporaire.c_str(), GENERIC_READ, kPartageTout, nullptr, OPEN_EXISTING,
+                                        FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+    if (source == INVALID_HANDLE_VALUE) return false;
+    const HANDLE cible =
+        ::CreateFileW(final_.c_str(), GENERIC_WRITE, kPartageTout, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    bool ok = cible != INVALID_HANDLE_VALUE;
+    std::vector<char> tampon(1 << 20);
+    while (ok) {
+      DWORD lus = 0, ecrits = 0;
+      ok = ::ReadFile(source, tampon.data(), static_cast<DWORD>(tampon.size()), &lus, nullptr);
+      if (!ok || lus == 0) break;
+      ok = ::WriteFile(cible, tampon.data(), lus, &ecrits, nullptr) && ecrits == lus;
+    }
+    ok = ok && ::SetEndOfFile(cible) && ::FlushFileBuffers(cible);
+    if (cible != INVALID_HANDLE_VALUE) ok = ::CloseHandle(cible) && ok;
+    ::CloseHandle(source);
+    return ok && ::DeleteFileW(temporaire.c_str());
   }
 
   Temporaire temporaire_;  // UTF-8, as the list of pending temporaries holds it
@@ -165,8 +195,8 @@ class SystemeFichiersWin32 : public SystemeFichiers {
     if (!existe) {
       const DWORD erreur = ::GetLastError();
       if (erreur != ERROR_FILE_NOT_FOUND) return nullptr;  // no such folder, no right...
-    } else if (attributs & FILE_ATTRIBUTE_DIRECTORY) {
-      return nullptr;
+    } else if (attributs & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) {
+      return nullptr;  // a read-only file is never replaced, whoever runs
     }
     if (existe) {
       // Opening it for writing, without changing it, tells whether it may be
