@@ -1,7 +1,8 @@
 // The machine's files, through POSIX descriptors. A file created for
 // writing is written to a temporary file in its folder, synced, and renamed
 // over its name on closing; its folder is synced after. A file with other
-// hard links gets the finished bytes written into it instead.
+// hard links gets the finished bytes written into it instead. A thread of a
+// batch may defer the sync and the rename, which a group then shares.
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
@@ -163,6 +164,29 @@ void DossierModifie(const std::string& dossier) {
   SynchroniserDossier(dossier);
 }
 
+// A file closed while its thread defers placements: complete beside its
+// name, in the list of pending temporary files until it is placed.
+class PlacementPosix : public PlacementDifere {
+ public:
+  PlacementPosix(const std::string& temporaire, std::string final)
+      : temporaire_(temporaire), final_(std::move(final)) {}
+  const std::string& Nom() const override { return final_; }
+  const std::string& Temporaire_() const { return temporaire_.Chemin(); }
+  bool Placer() {
+    if (::rename(temporaire_.Chemin().c_str(), final_.c_str()) != 0) return false;
+    temporaire_.Garder();
+    DossierModifie(Dossier(final_));
+    return true;
+  }
+
+ private:
+  Temporaire temporaire_;
+  std::string final_;
+};
+
+thread_local bool differer = false;
+thread_local std::vector<std::unique_ptr<PlacementDifere>> diferes;
+
 // Copies the extended attributes of the file `de` onto the open file `fd`:
 // the user's own (user.*) and its access lists (system.posix_acl_access).
 // One that may not be set here (a security label, a trusted.* attribute for
@@ -275,6 +299,7 @@ class SupportRemplacement : public SupportPosix {
       return false;
     }
     if (enPlace_) return FermerEnPlace();
+    if (differer) return FermerSansPlacer();
     const bool ecrit = ::fsync(fd_) == 0;
     if (!SupportPosix::Fermer() || !ecrit || ::rename(temporaire_.Chemin().c_str(), final_.c_str()) != 0) {
       temporaire_.Supprimer();
@@ -293,6 +318,18 @@ class SupportRemplacement : public SupportPosix {
 
  private:
   static constexpr uint64_t kTranche = uint64_t{4} << 20;
+
+  // Closed complete and left to PlacerGroupe, which syncs it with others;
+  // the list of pending temporary files keeps it until then.
+  bool FermerSansPlacer() {
+    if (!SupportPosix::Fermer()) {
+      temporaire_.Supprimer();
+      return false;
+    }
+    diferes.push_back(std::make_unique<PlacementPosix>(temporaire_.Chemin(), final_));
+    temporaire_.Garder();  // the placement holds it now
+    return true;
+  }
 
   // The finished bytes copied into the file itself, then synced. Not in
   // one step: a failure or a crash while copying leaves it part new.
@@ -392,6 +429,39 @@ bool PlacerFichier(const std::string& temporaire, const std::string& final) {
   if (::close(fd) != 0 || !ecrit || ::rename(temporaire.c_str(), final.c_str()) != 0) return false;
   DossierModifie(Dossier(final));
   return true;
+}
+
+void DifererPlacements(bool oui) { differer = oui; }
+
+std::vector<std::unique_ptr<PlacementDifere>> PlacementsDiferes() {
+  std::vector<std::unique_ptr<PlacementDifere>> pris;
+  pris.swap(diferes);
+  return pris;
+}
+
+// One syncfs for each file system the group's files are on, through their
+// folders; then each file renamed, in order. A failed sync fails them all.
+std::vector<bool> PlacerGroupe(const std::vector<std::unique_ptr<PlacementDifere>>& groupe) {
+  std::vector<bool> places(groupe.size(), false);
+  std::set<dev_t> synchronises;
+  std::set<std::string> dossiers;
+  bool ecrit = true;
+  for (const auto& p : groupe) {
+    const std::string dossier = Dossier(static_cast<const PlacementPosix&>(*p).Temporaire_());
+    if (!dossiers.insert(dossier).second) continue;
+    const int fd = ::open(dossier.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    struct stat etat;
+    if (fd < 0 || ::fstat(fd, &etat) != 0) {
+      ecrit = false;
+    } else if (synchronises.insert(etat.st_dev).second && ::syncfs(fd) != 0) {
+      ecrit = false;
+    }
+    if (fd >= 0) ::close(fd);
+  }
+  for (std::size_t k = 0; k < groupe.size() && ecrit; ++k) {
+    places[k] = static_cast<PlacementPosix&>(*groupe[k]).Placer();
+  }
+  return places;
 }
 
 void GrouperSynchronisationsDossiers() {

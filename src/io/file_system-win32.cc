@@ -244,6 +244,14 @@ class SystemeFichiersWin32 : public SystemeFichiers {
 
 void SupprimerFichier(const char* chemin) { ::DeleteFileW(Large(chemin).c_str()); }
 
+// Windows has no sync of a whole volume that a program may call without
+// rights: each file is flushed and put in place when closed.
+void DifererPlacements(bool) {}
+std::vector<std::unique_ptr<PlacementDifere>> PlacementsDiferes() { return {}; }
+std::vector<bool> PlacerGroupe(const std::vector<std::unique_ptr<PlacementDifere>>& groupe) {
+  return std::vector<bool>(groupe.size(), false);
+}
+
 // MoveFileExW's write-through and ReplaceFileW commit the folder's change
 // with the rename: nothing is left to sync afterwards.
 void GrouperSynchronisationsDossiers() {}

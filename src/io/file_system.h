@@ -13,6 +13,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace quillon {
 
@@ -62,6 +63,27 @@ SystemeFichiers& SystemeFichiersReel();
 // previous file, whole.
 void GrouperSynchronisationsDossiers();
 void SynchroniserDossiers();
+
+// Files put in place by groups, for a batch of many small files. Once a
+// thread defers its placements, a file it closes there is complete beside
+// its name, but not yet synced nor in place: PlacementsDiferes() hands such files over, and PlacerGroupe()
+// syncs a whole group at once (on Linux one syncfs of each file system
+// they are on) before renaming each over its name, in order: every file is
+// on the disk before it is in place all the same, for one sync a group
+// instead of one a file. A placement dropped unplaced removes its
+// temporary file. Where the system has no such sync (Windows), nothing is
+// deferred: each file is put in place when closed, as ever.
+class PlacementDifere {
+ public:
+  virtual ~PlacementDifere() = default;
+  // The name the file is to have.
+  virtual const std::string& Nom() const = 0;
+};
+void DifererPlacements(bool differer);
+std::vector<std::unique_ptr<PlacementDifere>> PlacementsDiferes();
+// Whether each file of the group is in place; a file that is not keeps
+// its previous bytes.
+std::vector<bool> PlacerGroupe(const std::vector<std::unique_ptr<PlacementDifere>>& groupe);
 
 // Puts a complete file that another writer made (a database, say) in place:
 // `temporaire`, beside `final`, is synced to the disk and renamed over it.

@@ -1,6 +1,7 @@
 #include <langinfo.h>
 #include <locale.h>
 
+#include <array>
 #include <cstring>
 
 #include "io/encoding.h"
@@ -32,14 +33,28 @@ bool LocaleEnUtf8() {
   return utf8;
 }
 
-std::string FormaterDateJournal(const std::tm& moment, const char* nomLocale) {
-  locale_t loc = OuvrirLocale(nomLocale);
-  const int mois = moment.tm_mon >= 0 && moment.tm_mon < 12 ? moment.tm_mon : 0;
-  std::string nomMois = ::nl_langinfo_l(static_cast<nl_item>(ABMON_1 + mois), loc);
-  if (EstUtf8(loc)) nomMois = Utf8VersCp1252(nomMois);
-  ::freelocale(loc);
+namespace {
 
-  return ComposerDateJournal(moment, nomMois);
+// The abbreviated names of the months in a locale, Windows-1252.
+std::array<std::string, 12> NomsMois(const char* nomLocale) {
+  locale_t loc = OuvrirLocale(nomLocale);
+  std::array<std::string, 12> noms;
+  for (int mois = 0; mois < 12; ++mois) {
+    noms[static_cast<std::size_t>(mois)] = ::nl_langinfo_l(static_cast<nl_item>(ABMON_1 + mois), loc);
+    if (EstUtf8(loc)) noms[static_cast<std::size_t>(mois)] = Utf8VersCp1252(noms[static_cast<std::size_t>(mois)]);
+  }
+  ::freelocale(loc);
+  return noms;
+}
+
+}  // namespace
+
+std::string FormaterDateJournal(const std::tm& moment, const char* nomLocale) {
+  // The user's locale is looked up once: a batch dates a log per file.
+  static const std::array<std::string, 12> kNomsUtilisateur = NomsMois("");
+  const int mois = moment.tm_mon >= 0 && moment.tm_mon < 12 ? moment.tm_mon : 0;
+  if (*nomLocale == '\0') return ComposerDateJournal(moment, kNomsUtilisateur[static_cast<std::size_t>(mois)]);
+  return ComposerDateJournal(moment, NomsMois(nomLocale)[static_cast<std::size_t>(mois)]);
 }
 
 std::string DateHeureJournal() {

@@ -34,12 +34,35 @@ struct Trouve {
   bool illisible = false;
 };
 
-// One path per file, for comparing: absolute, its dots resolved.
-std::string Cle(const std::string& chemin) {
-  std::error_code ec;
-  const fs::path p = fs::weakly_canonical(fs::absolute(CheminNatif(chemin), ec), ec);
-  return TexteChemin(p.lexically_normal());
-}
+// One path per file, for comparing: absolute, its links and dots resolved.
+// A listing asks for the same paths and folders many times over: each is
+// resolved once, and a name that is not a link costs one look once its
+// folder is known (resolving a path asks the system about each of its
+// parts).
+class Cles {
+ public:
+  const std::string& operator()(const std::string& chemin) {
+    auto [it, nouveau] = cles_.try_emplace(chemin);
+    if (nouveau) it->second = Resoudre(CheminNatif(chemin));
+    return it->second;
+  }
+
+ private:
+  std::string Resoudre(const fs::path& chemin) {
+    std::error_code ec;
+    const fs::path nom = chemin.filename();
+    const bool simple = !nom.empty() && nom != "." && nom != ".." && chemin.has_parent_path();
+    if (simple && !fs::is_symlink(fs::symlink_status(chemin, ec))) {
+      auto [it, nouveau] = dossiers_.try_emplace(TexteChemin(chemin.parent_path()));
+      if (nouveau) it->second = fs::weakly_canonical(fs::absolute(chemin.parent_path(), ec), ec).lexically_normal();
+      return TexteChemin((it->second / nom).lexically_normal());
+    }
+    return TexteChemin(fs::weakly_canonical(fs::absolute(chemin, ec), ec).lexically_normal());
+  }
+
+  std::map<std::string, std::string> cles_;
+  std::map<std::string, fs::path> dossiers_;
+};
 
 // The files of a folder with a known extension, and of its subfolders when
 // recursive. A folder that cannot be read, or only in part, is found as
@@ -48,8 +71,8 @@ std::string Cle(const std::string& chemin) {
 // `ecartes`.
 class Parcours {
  public:
-  Parcours(const fs::path& racine, bool recursif, const std::set<std::string>& ecartes)
-      : racine_(racine), recursif_(recursif), ecartes_(ecartes) {}
+  Parcours(const fs::path& racine, bool recursif, const std::set<std::string>& ecartes, Cles& cle)
+      : racine_(racine), recursif_(recursif), ecartes_(ecartes), Cle(cle) {}
 
   // Sorted by their path within the folder.
   std::vector<Trouve> Lire() {
@@ -93,6 +116,7 @@ class Parcours {
   fs::path racine_;
   bool recursif_;
   const std::set<std::string>& ecartes_;
+  Cles& Cle;
   std::vector<fs::path> ouverts_;  // from the folder given down to the one being read
   std::vector<Trouve> trouves_;
 };
@@ -114,7 +138,7 @@ Echec Deja(const std::string& chemin) { return {Echec::Raison::DejaDansLeLot, {}
 
 // A source reached twice (named twice, through a folder and by its name,
 // through a link) is one file of the batch, where it was first reached.
-void GarderUneFois(std::vector<FichierLot>& fichiers) {
+void GarderUneFois(std::vector<FichierLot>& fichiers, Cles& Cle) {
   std::set<std::string> vues;
   std::vector<FichierLot> gardes;
   for (FichierLot& f : fichiers) {
@@ -125,18 +149,18 @@ void GarderUneFois(std::vector<FichierLot>& fichiers) {
 
 // Files of the batch that would write where another one reads or writes are
 // left out: threads must never share a file.
-void EcarterConflits(std::vector<FichierLot>& fichiers, bool verification) {
+void EcarterConflits(std::vector<FichierLot>& fichiers, bool verification, Cles& Cle) {
   std::set<std::string> sources;
   for (const FichierLot& f : fichiers) sources.insert(Cle(f.source));
   std::map<std::string, bool> ecrits;
   for (FichierLot& f : fichiers) {
     if (f.empechement) continue;
-    const std::string source = Cle(f.source);
+    const std::string& source = Cle(f.source);
     std::vector<const std::string*> propres = {verification ? nullptr : &f.cible, &f.log};
     for (const std::string& e : f.exports) propres.push_back(&e);
     for (std::size_t k = 0; k < propres.size() && !f.empechement; ++k) {
       if (propres[k] == nullptr) continue;
-      const std::string cle = Cle(*propres[k]);
+      const std::string& cle = Cle(*propres[k]);
       if (cle == source && k < 2) continue;  // the run itself refuses it
       // An export is never a source, nor the target or log of its own file.
       const bool propre = k >= 2 && (cle == source || cle == Cle(f.cible) || cle == Cle(f.log));
@@ -166,7 +190,7 @@ namespace {
 
 // The folders a scan does not enter: those the batch writes into, for a
 // second run to find what the first one found.
-std::set<std::string> DossiersEcartes(const OptionsLot& options) {
+std::set<std::string> DossiersEcartes(const OptionsLot& options, Cles& Cle) {
   std::set<std::string> ecartes;
   if (!options.dossierSortie.empty()) ecartes.insert(Cle(options.dossierSortie));
   if (!options.dossierRapport.empty()) ecartes.insert(Cle(options.dossierRapport));
@@ -177,12 +201,13 @@ std::set<std::string> DossiersEcartes(const OptionsLot& options) {
 
 ListeLot ListerFichiers(const OptionsLot& options) {
   ListeLot liste;
-  const std::set<std::string> ecartes = DossiersEcartes(options);
+  Cles cles;
+  const std::set<std::string> ecartes = DossiersEcartes(options, cles);
   for (const std::string& source : options.sources) {
     std::vector<Trouve> trouves;
     std::error_code ec;
     if (fs::is_directory(CheminNatif(source), ec)) {
-      trouves = Parcours(CheminNatif(source), options.recursif, ecartes).Lire();
+      trouves = Parcours(CheminNatif(source), options.recursif, ecartes, cles).Lire();
     } else if (SortePourNom(CheminNatif(source).filename())) {
       trouves.push_back({source, CheminNatif(source).filename()});
     } else {
@@ -224,7 +249,7 @@ ListeLot ListerFichiers(const OptionsLot& options) {
       liste.fichiers.push_back(f);
     }
   }
-  GarderUneFois(liste.fichiers);
+  GarderUneFois(liste.fichiers, cles);
   if (!options.cible.empty()) {
     if (liste.fichiers.size() != 1) {
       liste.erreur = "--cible ne va qu'avec une seule source, et le lot compte " +
@@ -244,7 +269,7 @@ ListeLot ListerFichiers(const OptionsLot& options) {
       for (std::string& e : FichiersExport(format, base)) f.exports.push_back(std::move(e));
     }
   }
-  EcarterConflits(liste.fichiers, options.verification);
+  EcarterConflits(liste.fichiers, options.verification, cles);
   return liste;
 }
 
