@@ -8,6 +8,7 @@
 #include "app/batch/options.h"
 #include "app/batch/sources.h"
 #include "exe_runner.h"
+#include "io/file_system.h"
 
 namespace fs = std::filesystem;
 
@@ -92,6 +93,33 @@ TEST(LotEngine, FichiersListesEtConflits) {
   EXPECT_EQ(lister({"d"}), V{"d/a.ptp est un fichier .ptp : dites avec --ptp-en s'il devient .ptv ou .ptm"});
   EXPECT_EQ(lister({"d/x.ptv.txt"}), V{"d/x.ptv.txt n'est ni un dossier, ni un fichier .ptv, .ptp ou .pts"});
   fs::current_path(ici);
+}
+
+// A batch's files wait closed beside their names until their group is
+// placed; one dropped unplaced leaves nothing. Where the system places each
+// file when it is closed (Windows), there is nothing to wait for.
+TEST(LotEngine, PlacementsParGroupes) {
+  DossierTemporaire d;
+  EcrireFichier(d / "b.ptp", "avant\r\n");
+  DifererPlacements(true);
+  auto ecrire = [&](const std::string& nom) {
+    const std::unique_ptr<SupportFichier> f = SystemeFichiersReel().CreerEcriture(d / nom, {});
+    EXPECT_TRUE(f != nullptr && f->Ecrire("nouveau\r\n", 9) && f->Fermer());
+    return PlacementsDiferes();
+  };
+  std::vector<std::unique_ptr<PlacementDifere>> groupe = ecrire("b.ptp");
+  auto c = ecrire("c.ptp");
+  DifererPlacements(false);
+  if (groupe.empty()) GTEST_SKIP() << "each file placed when closed";
+  EXPECT_EQ(LireFichier(d / "b.ptp"), "avant\r\n");
+  EXPECT_FALSE(fs::exists(d / "c.ptp"));
+  EXPECT_EQ(Temporaires(d.chemin()).size(), 2u);
+  EXPECT_EQ(PlacerGroupe(groupe), std::vector<bool>{true});
+  EXPECT_EQ(LireFichier(d / "b.ptp"), "nouveau\r\n");
+  c.clear();
+  EXPECT_FALSE(fs::exists(d / "c.ptp"));
+  groupe.clear();
+  EXPECT_EQ(Temporaires(d.chemin()), std::vector<std::string>{});
 }
 
 }  // namespace
