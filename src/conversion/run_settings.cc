@@ -17,4 +17,23 @@ void InitialiserTables(ReglagesExecution& reglages) {
   Tables();
 }
 
+namespace {
+
+// A file written for nothing.
+class SupportNeant : public SupportFichier {
+ public:
+  int64_t Lire(char*, std::size_t) override { return 0; }
+  bool Ecrire(const char*, std::size_t) override { return true; }
+  bool Fermer() override { return true; }
+  bool MemeFichier(const SupportFichier& autre) const override { return &autre == this; }
+};
+
+}  // namespace
+
+std::unique_ptr<SupportFichier> SystemeSansEcriture::CreerEcriture(const std::string& nom,
+                                                                   std::span<const SupportFichier* const> proteges) {
+  if (seul_.empty() || nom == seul_) return std::make_unique<SupportNeant>();
+  return reel_.CreerEcriture(nom, proteges);
+}
+
 }  // namespace quillon

@@ -3,8 +3,11 @@
 // next.
 #pragma once
 
+#include <array>
 #include <atomic>
 #include <cstdint>
+#include <memory>
+#include <span>
 #include <string>
 
 #include "io/display.h"
@@ -43,5 +46,32 @@ struct ReglagesExecution {
 
 // Empties the paths, closes the log and builds the value tables.
 void InitialiserTables(ReglagesExecution& reglages);
+
+// A run's display for whoever reports the run itself (a batch, a pass that
+// only exports): it shows nothing and keeps the fatal error.
+class AffichageRetenu : public Affichage {
+ public:
+  void MontrerBilan(const std::array<std::string, 4>&) override {}
+  void MontrerErreurFatale(const ErreurFatale& erreur) override { erreur_ = erreur; }
+  const ErreurFatale& Erreur() const { return erreur_; }
+
+ private:
+  ErreurFatale erreur_;
+};
+
+// Another file service whose files written go nowhere: all of them (a pass
+// that only exports), or the one named (the target of a check). Reading
+// goes through as it is.
+class SystemeSansEcriture : public SystemeFichiers {
+ public:
+  explicit SystemeSansEcriture(SystemeFichiers& reel, std::string seul = {}) : reel_(reel), seul_(std::move(seul)) {}
+  std::unique_ptr<SupportFichier> OuvrirLecture(const std::string& nom) override { return reel_.OuvrirLecture(nom); }
+  std::unique_ptr<SupportFichier> CreerEcriture(const std::string& nom,
+                                                std::span<const SupportFichier* const> proteges) override;
+
+ private:
+  SystemeFichiers& reel_;
+  std::string seul_;
+};
 
 }  // namespace quillon

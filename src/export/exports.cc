@@ -180,39 +180,6 @@ void RemplirRejet(const Point& p, const std::array<bool, 4>& lus, int64_t ligne,
   Texte(v[8], Cp1252VersUtf8(source));
 }
 
-// A run's display that keeps its fatal error, and shows nothing.
-class AffichageExport : public Affichage {
- public:
-  void MontrerBilan(const std::array<std::string, 4>&) override {}
-  void MontrerErreurFatale(const ErreurFatale& erreur) override { erreur_ = erreur; }
-  const ErreurFatale& Erreur() const { return erreur_; }
-
- private:
-  ErreurFatale erreur_;
-};
-
-// A file written for nothing: the target and the log of a pass that only
-// exports.
-class SupportNeant : public SupportFichier {
- public:
-  int64_t Lire(char*, std::size_t) override { return 0; }
-  bool Ecrire(const char*, std::size_t) override { return true; }
-  bool Fermer() override { return true; }
-  bool MemeFichier(const SupportFichier& autre) const override { return &autre == this; }
-};
-
-class SystemeLectureSeule : public SystemeFichiers {
- public:
-  explicit SystemeLectureSeule(SystemeFichiers& reel) : reel_(reel) {}
-  std::unique_ptr<SupportFichier> OuvrirLecture(const std::string& nom) override { return reel_.OuvrirLecture(nom); }
-  std::unique_ptr<SupportFichier> CreerEcriture(const std::string&, std::span<const SupportFichier* const>) override {
-    return std::make_unique<SupportNeant>();
-  }
-
- private:
-  SystemeFichiers& reel_;
-};
-
 }  // namespace
 
 int SystemeDeLEmprise(const EnteteExport& e) {
@@ -429,8 +396,8 @@ BilanExport Exporter(const DemandeExport& d) {
   EnteteExport entete;
   if (!PreparerExport(d, entete, bilan)) return bilan;
   ExportsEnCours exports(d, entete);
-  SystemeLectureSeule systeme(*d.systeme);
-  AffichageExport affichage;
+  SystemeSansEcriture systeme(*d.systeme);
+  AffichageRetenu affichage;
   ReglagesExecution r;
   r.affichage = &affichage;
   r.systeme = &systeme;

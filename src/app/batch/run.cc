@@ -14,43 +14,6 @@
 namespace quillon::lot {
 namespace {
 
-// A run's fatal error, kept for the report instead of being shown. The
-// batch goes on after a failure: the report gives its cause alone.
-class AffichageLot : public Affichage {
- public:
-  void MontrerBilan(const std::array<std::string, 4>&) override {}
-  void MontrerErreurFatale(const ErreurFatale& erreur) override { erreur_ = erreur; }
-  const ErreurFatale& Erreur() const { return erreur_; }
-
- private:
-  ErreurFatale erreur_;
-};
-
-// A target that goes nowhere: check mode writes everything else.
-class SupportNeant : public SupportFichier {
- public:
-  int64_t Lire(char*, std::size_t) override { return 0; }
-  bool Ecrire(const char*, std::size_t) override { return true; }
-  bool Fermer() override { return true; }
-  bool MemeFichier(const SupportFichier& autre) const override { return &autre == this; }
-};
-
-class SystemeVerification : public SystemeFichiers {
- public:
-  explicit SystemeVerification(std::string cible) : cible_(std::move(cible)) {}
-  std::unique_ptr<SupportFichier> OuvrirLecture(const std::string& nom) override {
-    return SystemeFichiersReel().OuvrirLecture(nom);
-  }
-  std::unique_ptr<SupportFichier> CreerEcriture(const std::string& nom,
-                                                std::span<const SupportFichier* const> proteges) override {
-    if (nom == cible_) return std::make_unique<SupportNeant>();
-    return SystemeFichiersReel().CreerEcriture(nom, proteges);
-  }
-
- private:
-  std::string cible_;
-};
-
 // The words of the options that the conversion took.
 std::string TexteOptions(const OptionsLot& options, Conversion conversion, int32_t groupe) {
   std::string texte;
@@ -142,8 +105,9 @@ ResultatFichier ConvertirFichier(const FichierLot& fichier, const OptionsLot& op
     CreerDossierDe(fichier.log);
   }
 
-  AffichageLot affichage;
-  SystemeVerification verification(fichier.cible);
+  // The batch goes on after a failure: the report gives its cause alone.
+  AffichageRetenu affichage;
+  SystemeSansEcriture verification(SystemeFichiersReel(), fichier.cible);
   ReglagesExecution reglages;
   reglages.affichage = &affichage;
   if (options.verification) reglages.systeme = &verification;
