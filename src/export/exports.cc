@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "io/encoding.h"
 #include "io/journal.h"
@@ -13,73 +12,6 @@
 
 namespace quillon {
 namespace {
-
-constexpr double kInconnu = std::numeric_limits<double>::quiet_NaN();
-constexpr int32_t kIdentiteInconnue = std::numeric_limits<int32_t>::min();
-
-// The log of a pass: its lines go to memory, where the pass takes the
-// messages of each line, and no log file is written.
-class SupportMemoire : public SupportFichier {
- public:
-  explicit SupportMemoire(std::string& octets) : octets_(octets) {}
-  int64_t Lire(char*, std::size_t) override { return 0; }
-  bool Ecrire(const char* source, std::size_t taille) override {
-    octets_.append(source, taille);
-    return true;
-  }
-  bool Fermer() override { return true; }
-  bool MemeFichier(const SupportFichier& autre) const override { return &autre == this; }
-
- private:
-  std::string& octets_;
-};
-
-class SystemeJournalMemoire : public SystemeFichiers {
- public:
-  std::unique_ptr<SupportFichier> OuvrirLecture(const std::string&) override { return nullptr; }
-  std::unique_ptr<SupportFichier> CreerEcriture(const std::string&, std::span<const SupportFichier* const>) override {
-    return std::make_unique<SupportMemoire>(octets);
-  }
-  std::string octets;
-};
-
-// One pass over the source: each line through the conversion's step, then
-// handed to `f` with what the step made of it and the log lines it wrote.
-// False when the source cannot be opened or read, or the pass was stopped.
-template <typename F>
-bool Parcourir(const DemandeExport& d, BilanExport& bilan, F&& f) {
-  FluxTexte source;
-  if (!OuvrirFichierLecture(source, d.source, *d.systeme)) {
-    bilan.erreur = {d.source, RaisonFatale::Ouverture};
-    return false;
-  }
-  SystemeJournalMemoire memoire;
-  Journal journal;
-  journal.Attacher(memoire, source, nullptr);
-  const EtapeLigne etape = EtapeDe(d.conversion);
-  Point point;
-  LigneCible cible;
-  std::string_view ligne;
-  while (!source.AtEndOfStream() && source.ReadLine(ligne)) {
-    if (d.arret != nullptr && d.arret->load(std::memory_order_relaxed)) {
-      bilan.interrompu = true;
-      return false;
-    }
-    // What the reader leaves as it was is what it could not read.
-    point.CoordY = point.CoordX = kInconnu;
-    point.Theme = kIdentiteInconnue;
-    point.NoCommune = point.NoPlan = std::numeric_limits<int16_t>::min();
-    const bool converti = etape(ligne, point, cible, journal, d.options);
-    journal.Vider();
-    if (!f(source.Line() - 1, converti, point, cible, ligne, std::string_view(memoire.octets))) return false;
-    memoire.octets.clear();
-  }
-  if (source.EnErreur()) {
-    bilan.erreur = {d.source, RaisonFatale::Lecture};
-    return false;
-  }
-  return true;
-}
 
 // Trimmed of its blanks, in UTF-8, into `sortie` (which keeps its room).
 void TexteUtf8(std::string_view texte, std::string& sortie) {
@@ -201,10 +133,24 @@ bool PreparerExport(const DemandeExport& d, EnteteExport& entete, BilanExport& b
   // record is written.
   const bool dxf = std::find(d.formats.begin(), d.formats.end(), FormatExport::Dxf) != d.formats.end();
   if (d.epsg != 0 && !dxf) return true;
+  FluxTexte source;
+  if (!OuvrirFichierLecture(source, d.source, *d.systeme)) {
+    bilan.erreur = {d.source, RaisonFatale::Ouverture};
+    return false;
+  }
+  Journal muet;  // the messages are the run's to write
+  muet.SansFichier();
+  const EtapeLigne etape = EtapeDe(d.conversion);
+  Point p;
+  LigneCible cible;
+  std::string_view ligne;
   bool themes[100] = {};
-  const bool lu = Parcourir(d, bilan, [&](int64_t, bool converti, const Point& p, const LigneCible&,
-                                          std::string_view, std::string_view) {
-    if (!converti) return true;
+  while (!source.AtEndOfStream() && source.ReadLine(ligne)) {
+    if (d.arret != nullptr && d.arret->load(std::memory_order_relaxed)) {
+      bilan.interrompu = true;
+      return false;
+    }
+    if (!etape(ligne, p, cible, muet, d.options)) continue;
     if (!entete.emprise) {
       entete.yMin = entete.yMax = p.CoordY;
       entete.xMin = entete.xMax = p.CoordX;
@@ -215,9 +161,11 @@ bool PreparerExport(const DemandeExport& d, EnteteExport& entete, BilanExport& b
     entete.xMin = std::min(entete.xMin, p.CoordX);
     entete.xMax = std::max(entete.xMax, p.CoordX);
     if (p.Theme >= 0 && p.Theme < 100) themes[p.Theme] = true;
-    return true;
-  });
-  if (!lu) return false;
+  }
+  if (source.EnErreur()) {
+    bilan.erreur = {d.source, RaisonFatale::Lecture};
+    return false;
+  }
   for (int32_t t = 0; t < 100; ++t) {
     if (themes[t]) entete.themes.push_back(t);
   }
@@ -337,9 +285,8 @@ void ExportsEnCours::Travailler() {
     else if (!ecrivains.back()->Commencer(entete_)) echouer(ecrivains.back()->Erreur());
   }
 
-  SystemeJournalMemoire neant;
-  Journal muet;
-  muet.UtiliserSysteme(neant);
+  Journal muet;  // the target's reading back says nothing
+  muet.SansFichier();
   Point point;
   Enregistrement e;
   std::unique_lock<std::mutex> verrou(verrou_);
@@ -353,7 +300,6 @@ void ExportsEnCours::Travailler() {
       const Paquet& p = lot->paquets[k];
       if (p.converti) {
         PointDeLaCible(demande_.conversion, p.point, p.texte, point, muet);
-        neant.octets.clear();
         RemplirPoint(point, p.ligne, e);
         ++bilan_.points;
       } else {

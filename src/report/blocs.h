@@ -38,11 +38,8 @@ class Blocs {
  public:
   static constexpr std::size_t kParBloc = std::size_t{1} << kBitsBloc;
   static constexpr std::size_t kBlocsMax = std::size_t{1} << (32 - kBitsBloc);
-  static constexpr std::size_t kMax = kParBloc * kBlocsMax - 1;  // indices fit in 32 bits
 
   std::size_t size() const { return taille_; }
-  bool empty() const { return taille_ == 0; }
-  bool Plein() const { return taille_ >= kMax; }
   const T& operator[](std::size_t i) const { return blocs_[i >> kBitsBloc].get()[i & (kParBloc - 1)]; }
 
   ~Blocs() { Liberer()(pret_.exchange(nullptr)); }
