@@ -1,14 +1,25 @@
 // CSV: UTF-8, comma-separated, CR LF, a header, the geometry first as a
 // WKT column (which GDAL and QGIS take it from), every text quoted; and a
 // .csvt file beside each, the types of the columns.
+//
+// A delivery comes from outside: a text that a spreadsheet would take for
+// a formula (one that starts with =, +, -, @, a tab or a carriage return)
+// is written after an apostrophe, which the spreadsheet shows as text.
+// Numbers and the WKT column are written as they are, and the other
+// formats keep every text exactly.
 #include "export/writers.h"
 #include "io/text_file.h"
 
 namespace quillon {
 namespace {
 
+bool CommeUneFormule(std::string_view texte) {
+  return !texte.empty() && std::string_view("=+-@\t\r").find(texte.front()) != std::string_view::npos;
+}
+
 void AjouterTexteCsv(std::string& ligne, std::string_view texte) {
   ligne += '"';
+  if (CommeUneFormule(texte)) ligne += '\'';
   for (std::size_t guillemet; (guillemet = texte.find('"')) != std::string_view::npos;) {
     ligne.append(texte.substr(0, guillemet + 1));
     ligne += '"';
