@@ -14,6 +14,12 @@
 # 2. One large file: BENCH_LINES lines (default 1000000) through quillon and
 #    through quillon-lot with one file. Target: the same speed (quillon-lot
 #    within 10% of quillon's time).
+# 3. Another program's data waiting: the first 300 of the small files
+#    through quillon-lot -j 2, on a quiet disk (everything synced before),
+#    then right after another program wrote BENCH_SALES_MO MiB (default
+#    3000) into the scratch folder without syncing them. The batch syncs
+#    only its own files, so the other program's data must not make it wait:
+#    target within 1.5 times its quiet time.
 # Each timing is the best wall time of BENCH_RUNS runs (default 3).
 set -euo pipefail
 
@@ -66,6 +72,25 @@ if ! cmp -s "$scratch/grand-quillon.ptp" "$scratch/grand-lot.ptp"; then
   exit 1
 fi
 
+# --- Another program's data waiting ------------------------------------------
+sales_mo="${BENCH_SALES_MO:-3000}"
+groupe=("$petits"/f0*.ptv)
+groupe=("${groupe[@]:0:300}")
+echo "Converting ${#groupe[@]} files, on a quiet disk then after $sales_mo MiB left unsynced ($essais runs each) ..."
+mesurer "$lot" -j 2 -e 1000 -t CS "${groupe[@]}"
+calme="$meilleur"
+sales=""
+for ((i = 0; i < essais; i++)); do
+  rm -f "$scratch/autre-programme"
+  sync
+  dd if=/dev/zero of="$scratch/autre-programme" bs=1M count="$sales_mo" status=none
+  "$mesurer" "$resultat" "$lot" -j 2 -e 1000 -t CS "${groupe[@]}" >/dev/null || true
+  read -r secondes _ _ _ <"$resultat"
+  if [ -z "$sales" ] || plus_petit "$secondes" "$sales"; then sales="$secondes"; fi
+done
+rm -f "$scratch/autre-programme"
+rapport_sales="$(calcul %.2f "d($sales, $calme)")"
+
 # --- Report ------------------------------------------------------------------
 echo
 echo "quillon-lot benchmark: best of $essais runs, $(nproc) cores"
@@ -78,12 +103,18 @@ printf '%-46s %9s s   (%s lines/s)\n' "1 file x $lignes lines, quillon" "$(calcu
 printf '%-46s %9s s   (%s lines/s)\n' "1 file x $lignes lines, quillon-lot" "$(calcul %.3f "$grand_lot")" \
   "$(calcul %.0f "d($lignes, $grand_lot)")"
 echo "ratio quillon-lot / quillon on the large file: $rapport_grand (target <= $objectif_grand)"
+printf '%-46s %9s s\n' "${#groupe[@]} files, quillon-lot -j 2, quiet disk" "$(calcul %.3f "$calme")"
+printf '%-46s %9s s\n' "${#groupe[@]} files, after $sales_mo MiB of another's" "$(calcul %.3f "$sales")"
+echo "ratio with another program's data waiting / quiet: $rapport_sales (target <= 1.5)"
 echo "load average at the end: $(cut -d' ' -f1-3 /proc/loadavg) (wall times suffer when the machine is busy)"
 if plus_petit "$rapport" "$objectif_rapport"; then
   echecs+=("many files: quillon-lot only $rapport times faster than the loop")
 fi
 if plus_petit "$objectif_grand" "$rapport_grand"; then
   echecs+=("large file: quillon-lot takes $rapport_grand times quillon's time")
+fi
+if plus_petit 1.5 "$rapport_sales"; then
+  echecs+=("another program's data: the batch takes $rapport_sales times its quiet time")
 fi
 if [ "${convertis:-0}" != "$fichiers" ]; then echecs+=("many files: ${convertis:-?} of $fichiers converted"); fi
 objectifs

@@ -9,6 +9,7 @@
 #include "app/batch/sources.h"
 #include "exe_runner.h"
 #include "io/file_system.h"
+#include "io/temporary_files.h"
 
 namespace fs = std::filesystem;
 
@@ -95,31 +96,68 @@ TEST(LotEngine, FichiersListesEtConflits) {
   fs::current_path(ici);
 }
 
-// A batch's files wait closed beside their names until their group is
-// placed; one dropped unplaced leaves nothing. Where the system places each
-// file when it is closed (Windows), there is nothing to wait for.
+// A batch's files wait complete, beside their names, until their group is
+// placed; one dropped unplaced leaves nothing. Unnamed where the system
+// can, so that a killed batch leaves nothing either; named from the start
+// otherwise. Where the system places each file when it is closed
+// (Windows), there is nothing to wait for.
 TEST(LotEngine, PlacementsParGroupes) {
+  for (const bool sansNom : {true, false}) {
+    SCOPED_TRACE(sansNom ? "unnamed" : "named");
+    DossierTemporaire d;
+    EcrireFichier(d / "b.ptp", "avant\r\n");
+    UtiliserFichiersSansNom(sansNom);
+    DifererPlacements(true);
+    auto ecrire = [&](const std::string& nom) {
+      const std::unique_ptr<SupportFichier> f = SystemeFichiersReel().CreerEcriture(d / nom, {});
+      EXPECT_TRUE(f != nullptr && f->Ecrire("nouveau\r\n", 9) && f->Fermer());
+      return PlacementsDiferes();
+    };
+    std::vector<std::unique_ptr<PlacementDifere>> groupe = ecrire("b.ptp");
+    auto c = ecrire("c.ptp");
+    DifererPlacements(false);
+    UtiliserFichiersSansNom(true);
+    if (groupe.empty()) GTEST_SKIP() << "each file placed when closed";
+    EXPECT_EQ(LireFichier(d / "b.ptp"), "avant\r\n");
+    EXPECT_FALSE(fs::exists(d / "c.ptp"));
+    EXPECT_EQ(Temporaires(d.chemin()).size(), sansNom ? 0u : 2u);
+    EXPECT_EQ(PlacerGroupe(groupe), std::vector<bool>{true});
+    EXPECT_EQ(LireFichier(d / "b.ptp"), "nouveau\r\n");
+    c.clear();
+    EXPECT_FALSE(fs::exists(d / "c.ptp"));
+    groupe.clear();
+    EXPECT_EQ(Temporaires(d.chemin()), std::vector<std::string>{});
+  }
+}
+
+// The first file written into a folder removes the temporary files that
+// runs of this machine killed outright left there, and no other: not a
+// live process's, not another machine's (a shared folder), not a name of
+// another shape.
+TEST(LotEngine, TemporairesAbandonnesRetires) {
   DossierTemporaire d;
-  EcrireFichier(d / "b.ptp", "avant\r\n");
-  DifererPlacements(true);
-  auto ecrire = [&](const std::string& nom) {
-    const std::unique_ptr<SupportFichier> f = SystemeFichiersReel().CreerEcriture(d / nom, {});
-    EXPECT_TRUE(f != nullptr && f->Ecrire("nouveau\r\n", 9) && f->Fermer());
-    return PlacementsDiferes();
+  const std::string moi = std::to_string(ProcessusCourant());
+  const uint32_t mort = ProcessusTermine();
+  char hote[9], autreHote[9];
+  std::snprintf(hote, sizeof hote, "%08x", HoteCourant());
+  std::snprintf(autreHote, sizeof autreHote, "%08x", HoteCourant() ^ 1u);
+  const struct {
+    std::string nom;
+    bool retire;
+  } cas[] = {
+      {"b.ptp.quillon-" + std::to_string(mort) + "-" + hote + "-aZ09xy.tmp", true},
+      {"c.ptv.log.quillon-" + std::to_string(mort) + "-" + hote + "-Qwerty.tmp", true},
+      {"b.ptp.quillon-" + moi + "-" + hote + "-aZ09xy.tmp", false},
+      {"b.ptp.quillon-1-" + std::string(hote) + "-aZ09xy.tmp", false},  // init, alive
+      {"b.ptp.quillon-" + std::to_string(mort) + "-" + autreHote + "-aZ09xy.tmp", false},
+      {"b.ptp.quillon-aZ09xy.tmp", false},
+      {"b.ptp.quillon-" + std::to_string(mort) + "-" + hote + "-aZ09xy.tmp.bak", false},
+      {"notes-" + std::to_string(mort) + "-" + hote + "-aZ09xy.tmp", false},
   };
-  std::vector<std::unique_ptr<PlacementDifere>> groupe = ecrire("b.ptp");
-  auto c = ecrire("c.ptp");
-  DifererPlacements(false);
-  if (groupe.empty()) GTEST_SKIP() << "each file placed when closed";
-  EXPECT_EQ(LireFichier(d / "b.ptp"), "avant\r\n");
-  EXPECT_FALSE(fs::exists(d / "c.ptp"));
-  EXPECT_EQ(Temporaires(d.chemin()).size(), 2u);
-  EXPECT_EQ(PlacerGroupe(groupe), std::vector<bool>{true});
-  EXPECT_EQ(LireFichier(d / "b.ptp"), "nouveau\r\n");
-  c.clear();
-  EXPECT_FALSE(fs::exists(d / "c.ptp"));
-  groupe.clear();
-  EXPECT_EQ(Temporaires(d.chemin()), std::vector<std::string>{});
+  for (const auto& c : cas) EcrireFichier(d / c.nom, "x");
+  const std::unique_ptr<SupportFichier> f = SystemeFichiersReel().CreerEcriture(d / "b.ptp", {});
+  ASSERT_TRUE(f != nullptr && f->Fermer());
+  for (const auto& c : cas) EXPECT_EQ(!fs::exists(d / c.nom), c.retire) << c.nom;
 }
 
 }  // namespace

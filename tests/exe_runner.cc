@@ -181,4 +181,11 @@ std::vector<std::string> Temporaires(const std::string& dossier) {
   return noms;
 }
 
+uint32_t ProcessusTermine() {
+  const pid_t pid = fork();
+  if (pid == 0) _exit(0);
+  waitpid(pid, nullptr, 0);
+  return static_cast<uint32_t>(pid);
+}
+
 }  // namespace quillon::test

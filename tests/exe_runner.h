@@ -4,6 +4,7 @@
 
 #include <sys/types.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <functional>
 #include <string>
@@ -85,6 +86,10 @@ class ProcessusQuillon {
 // Waits until `condition` holds, looking every millisecond; false after two
 // minutes.
 bool AttendreQue(const std::function<bool()>& condition);
+
+// The number of a process of this machine that has ended (a child that
+// exits at once, reaped).
+uint32_t ProcessusTermine();
 
 ResultatExe LancerQuillon(const std::vector<std::string>& arguments, const std::string& dossier,
                           const OptionsExe& options = {});

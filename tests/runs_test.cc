@@ -13,6 +13,7 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -20,6 +21,7 @@
 #include <map>
 #include <optional>
 #include <sstream>
+#include <thread>
 
 #include "exe_runner.h"
 #include "test_support.h"
@@ -110,6 +112,22 @@ class SourceEnTuyau {
   int fd_ = -1;
 };
 
+// The bytes written so far into the files that the process `pid` has open
+// in `dossier` and that have no name there yet (unnamed, or temporary).
+std::uintmax_t OctetsEnCours(pid_t pid, const std::string& dossier) {
+  std::uintmax_t octets = 0;
+  std::error_code ec;
+  for (const auto& e : fs::directory_iterator("/proc/" + std::to_string(pid) + "/fd", ec)) {
+    const std::string cible = fs::read_symlink(e.path(), ec).string();
+    struct stat st {};
+    if (!cible.starts_with(dossier + "/") || stat(e.path().c_str(), &st) != 0 || !S_ISREG(st.st_mode)) continue;
+    if (cible.ends_with(" (deleted)") || cible.find(".quillon-") != std::string::npos) {
+      octets += static_cast<std::uintmax_t>(st.st_size);
+    }
+  }
+  return octets;
+}
+
 struct CasFaute {
   const char* nom;
   // After the source a.ptv (20,000 lines), the previous target b.ptp and
@@ -180,7 +198,7 @@ TEST(Fautes, RunsQuiNeFinissentPasBien) {
       {"SIGHUP", Rien, kVersion, SIGHUP},
       {"SIGINT, the target with a second hard link",
        [](auto& d) { return fs::create_hard_link(d / "b.ptp", d / "lien.ptp"), true; }, kVersion, SIGINT},
-      {"SIGKILL, which cannot be caught: the target's and the log's temporaries stay", Rien, kVersion, SIGKILL},
+      {"SIGKILL, which cannot be caught", Rien, kVersion, SIGKILL},
       {"standard output closed", Rien, "", 0, false, {"a.ptv", "b.ptp"}, true,
        {{"b.ptp", "1780000"}, {"a.ptv.log", ""}}},
       // Replaced through the link: the link stays, the file it points to
@@ -232,13 +250,7 @@ TEST(Fautes, RunsQuiNeFinissentPasBien) {
     ProcessusQuillon run(c.arguments, d.chemin(), options);
     if (tuyau) {
       tuyau->Ecrire(Repeter(kLignePtv, 100000));  // 9 MB read and written, and more to come
-      ASSERT_TRUE(AttendreQue([&] {  // part of the target written
-        for (const std::string& nom : Temporaires(d.chemin())) {
-          std::error_code ec;
-          if (nom.starts_with("b.ptp.") && fs::file_size(fs::path(d / nom), ec) > 0) return true;
-        }
-        return false;
-      }));
+      ASSERT_TRUE(AttendreQue([&] { return OctetsEnCours(run.pid(), d.chemin()) > 0; }));  // part written
       run.Signaler(c.signal);
     }
     const ResultatExe r = run.Attendre();
@@ -253,14 +265,7 @@ TEST(Fautes, RunsQuiNeFinissentPasBien) {
       avant.erase(nom);
       apres.erase(nom);
     }
-    if (c.signal == SIGKILL) {
-      EXPECT_EQ(Temporaires(d.chemin()).size(), 2u);
-      for (const std::string& t : Temporaires(d.chemin())) {
-        EXPECT_TRUE(t.starts_with("b.ptp.quillon-") || t.starts_with("a.ptv.log.quillon-")) << t;
-        apres.erase(t);
-      }
-    }
-    EXPECT_EQ(apres, avant);
+    EXPECT_EQ(apres, avant);  // after a SIGKILL too: the files being written had no name yet
     VerifierMemoire(r, c.ecrits.empty() ? 16 : 64);  // a run stopped early, or the whole source
     umount2((d / "petit").c_str(), MNT_DETACH);
   }
@@ -419,6 +424,77 @@ TEST(Lot, InterrompuParCtrlC) {
   EXPECT_EQ(apres, avant);
 }
 
+// `n` different points: their numbers and coordinates change from line to
+// line.
+std::string PointsVaries(int64_t n) {
+  std::string texte;
+  texte.reserve(static_cast<std::size_t>(n) * kLignePtv.size());
+  char nombre[24];
+  for (int64_t i = 0; i < n; ++i) {
+    std::string ligne = kLignePtv;
+    std::snprintf(nombre, sizeof nombre, "%06lld", static_cast<long long>(i % 1000000));
+    ligne.replace(16, 6, nombre);
+    std::snprintf(nombre, sizeof nombre, "%07lld", static_cast<long long>(2600000 + (i * 7919) % 200000));
+    ligne.replace(32, 7, nombre);
+    std::snprintf(nombre, sizeof nombre, "%07lld", static_cast<long long>(1200000 + (i * 104729) % 150000));
+    ligne.replace(44, 7, nombre);
+    texte += ligne;
+  }
+  return texte;
+}
+
+// Whether `octets` is the file `nom` as a run to its end writes it: the
+// same bytes, the date of a log or a report aside; a GeoPackage, which
+// holds its time of writing, whole at least.
+bool CommeNeuf(const std::string& nom, const std::string& octets, const std::string& complet) {
+  if (nom.ends_with(".gpkg")) return octets.size() == complet.size();
+  if (nom.ends_with(".log")) return MasquerDate(octets) == MasquerDate(complet);
+  if (nom.ends_with(".html")) return octets.size() == complet.size();
+  return octets == complet;
+}
+
+// A batch that writes every export and a report, killed outright (the
+// out-of-memory killer, a power cut: SIGKILL) at several points: beside
+// the source there is nothing but the files of before, each as it was or
+// whole and new, as a run to the end writes it.
+TEST(Lot, TueSansPreavis) {
+  if (SousWindows()) GTEST_SKIP() << "killed by TerminateProcess in Windows.TueSansPreavis";
+  const std::vector<std::string> arguments = {"-e", "1000", "-t", "CS", "--srs=EPSG:2056",
+                                              "--exporter=gpkg,csv,geojson,dxf", "--rapport=r", "a.ptv"};
+  const std::string source = PointsVaries(150000);
+  DossierTemporaire complet;  // what a run to the end writes
+  EcrireFichier(complet / "a.ptv", source);
+  ASSERT_EQ(LancerQuillon(arguments, complet.chemin(), Programme::Lot).codeSortie, 0);
+  std::map<std::string, std::string> nouveaux;
+  for (const auto& e : fs::recursive_directory_iterator(complet.chemin())) {
+    if (e.is_regular_file()) nouveaux[e.path().lexically_relative(complet.chemin())] = LireFichier(e.path());
+  }
+  for (const int millisecondes : {0, 30, 120, 400, 900}) {
+    SCOPED_TRACE(millisecondes);
+    DossierTemporaire d;
+    fs::create_directory(d / "r");
+    for (const auto& [nom, octets] : nouveaux) EcrireFichier(d / nom, nom == "a.ptv" ? source : "avant\r\n");
+    ProcessusQuillon run(arguments, d.chemin(), Programme::Lot);
+    if (millisecondes == 0) {
+      ASSERT_TRUE(AttendreQue([&] { return OctetsEnCours(run.pid(), d.chemin()) > 0; }));
+    } else {
+      std::this_thread::sleep_for(std::chrono::milliseconds(millisecondes));
+    }
+    run.Signaler(SIGKILL);
+    run.Attendre();
+    std::size_t vus = 0;
+    for (const auto& e : fs::recursive_directory_iterator(d.chemin())) {
+      if (!e.is_regular_file()) continue;
+      const std::string nom = e.path().lexically_relative(d.chemin());
+      ASSERT_EQ(nouveaux.count(nom), 1u) << "left behind: " << nom;
+      const std::string octets = LireFichier(e.path());
+      EXPECT_TRUE(octets == "avant\r\n" || CommeNeuf(nom, octets, nouveaux[nom])) << nom;
+      ++vus;
+    }
+    EXPECT_EQ(vus, nouveaux.size());
+  }
+}
+
 // What only the Windows build meets: the program's own quoted path with a
 // blank in it, and file names that Windows-1252 cannot hold. Run under wine
 // (tests/windows/run-tests.sh); skipped on Linux.
@@ -489,6 +565,37 @@ TEST_F(Windows, CibleAvecUnLienDurOuEnLectureSeule) {
   EXPECT_EQ(LireFichier(d / "c.ptp"), kCibleAvant);
   EXPECT_EQ(fs::status(d / "c.ptp").permissions() & fs::perms::owner_write, fs::perms::none);
   EXPECT_EQ(Temporaires(d.chemin()), std::vector<std::string>{});
+}
+
+// quillon-lot.exe writing every export, ended by TerminateProcess at several
+// points: its temporary files, whose deletion was asked for when they were
+// made, go with it; every file is as it was or whole and new.
+TEST_F(Windows, TueSansPreavis) {
+  const std::string lot = fs::path(std::getenv("QUILLON_EXE_WINDOWS")).parent_path() / "quillon-lot.exe";
+  const std::string texte = "-e 1000 -t CS --srs=EPSG:2056 --exporter=gpkg,csv,geojson,dxf a.ptv";
+  EcrireFichier(d / "a.ptv", PointsVaries(60000));
+  ASSERT_EQ(Lancer(texte, lot).codeSortie, 0);
+  std::map<std::string, std::string> nouveaux;
+  for (const auto& e : fs::directory_iterator(d.chemin())) nouveaux[e.path().filename()] = LireFichier(e.path());
+  for (const char* millisecondes : {"300", "500", "700", "900"}) {
+    SCOPED_TRACE(millisecondes);
+    for (const auto& [nom, octets] : nouveaux) {
+      if (nom != "a.ptv") EcrireFichier(d / nom, "avant\r\n");
+    }
+    OptionsExe options;
+    options.environnement = {"LC_ALL=C.UTF-8", std::string("QUILLON_TERMINER_APRES=") + millisecondes};
+    options.ligneCommande = LigneCommandeWindows(lot, texte);
+    LancerQuillon({}, d.chemin(), options);
+    std::size_t vus = 0;
+    for (const auto& e : fs::directory_iterator(d.chemin())) {
+      const std::string nom = e.path().filename();
+      ASSERT_EQ(nouveaux.count(nom), 1u) << "left behind: " << nom;
+      const std::string octets = LireFichier(e.path());
+      EXPECT_TRUE(octets == "avant\r\n" || CommeNeuf(nom, octets, nouveaux[nom])) << nom;
+      ++vus;
+    }
+    EXPECT_EQ(vus, nouveaux.size());
+  }
 }
 
 }  // namespace

@@ -26,6 +26,10 @@ class SupportNeant : public SupportFichier {
   bool Ecrire(const char*, std::size_t) override { return true; }
   bool Fermer() override { return true; }
   bool MemeFichier(const SupportFichier& autre) const override { return &autre == this; }
+  int64_t LireA(char*, std::size_t, uint64_t) override { return 0; }
+  bool EcrireA(const char*, std::size_t, uint64_t) override { return true; }
+  int64_t Taille() override { return 0; }
+  bool Tronquer(uint64_t) override { return true; }
 };
 
 }  // namespace

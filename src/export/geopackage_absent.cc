@@ -5,6 +5,6 @@ namespace quillon {
 
 bool GeoPackageDisponible() { return false; }
 
-std::unique_ptr<EcrivainExport> EcrivainGeoPackage(const std::string&) { return nullptr; }
+std::unique_ptr<EcrivainExport> EcrivainGeoPackage(const std::string&, SystemeFichiers&) { return nullptr; }
 
 }  // namespace quillon

@@ -6,19 +6,20 @@
 // statement, it cost ten times the rows themselves. Its triggers are
 // created after it.
 //
-// The database is written under a temporary name beside the final one,
-// without a rollback journal (a failed export is thrown away whole), then
-// closed, synced and renamed over the final name. Its page cache is 32 MiB
-// (2 MiB by default), so that filling the index of a million points does not
-// read its pages back from the system all the time.
+// The database is a file of the file services, written beside the final
+// one (unnamed where the system can) without a rollback journal (a failed
+// export is thrown away whole), then closed and put in place as every file
+// written. Its page cache is 32 MiB (2 MiB by default), so that filling the
+// index of a million points does not read its pages back from the system
+// all the time.
 #include <sqlite3.h>
 
 #include <bit>
 #include <cstring>
 
 #include "export/arbre_r.h"
+#include "export/sqlite_vfs.h"
 #include "export/writers.h"
-#include "io/temporary_files.h"
 
 namespace quillon {
 namespace {
@@ -26,10 +27,10 @@ namespace {
 static_assert(std::endian::native == std::endian::little, "the geometry blobs are written little-endian");
 
 constexpr const char* kSchema = R"(
-PRAGMA application_id = 1196444487;
-PRAGMA user_version = 10300;
 PRAGMA journal_mode = OFF;
 PRAGMA synchronous = OFF;
+PRAGMA application_id = 1196444487;
+PRAGMA user_version = 10300;
 PRAGMA cache_size = -32768;
 CREATE TABLE gpkg_spatial_ref_sys (srs_name TEXT NOT NULL, srs_id INTEGER PRIMARY KEY,
   organization TEXT NOT NULL, organization_coordsys_id INTEGER NOT NULL, definition TEXT NOT NULL,
@@ -112,19 +113,12 @@ struct Emprise {
 
 class GeoPackage : public EcrivainExport {
  public:
-  explicit GeoPackage(const std::string& base) : final_(base + ".gpkg") {}
+  GeoPackage(const std::string& base, SystemeFichiers& systeme) : final_(base + ".gpkg"), systeme_(systeme) {}
   ~GeoPackage() override { Abandonner(); }
 
   bool Commencer(const EnteteExport& entete) override {
-    for (uint64_t essai = 0; essai < 100 && !temporaire_; ++essai) {
-      std::string nom = NomTemporaire(final_, essai);
-      if (!SystemeFichiersReel().OuvrirLecture(nom)) temporaire_ = std::make_unique<Temporaire>(std::move(nom));
-    }
-    if (!temporaire_ || sqlite3_open_v2(temporaire_->Chemin().c_str(), &base_,
-                                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX,
-                                        nullptr) != SQLITE_OK) {
-      return Echouer(final_, RaisonFatale::Creation);
-    }
+    fichier_ = systeme_.CreerEcriture(final_, {});
+    if (!fichier_ || OuvrirBaseSur(*fichier_, &base_) != SQLITE_OK) return Echouer(final_, RaisonFatale::Creation);
     srs_ = entete.epsg != 0 ? entete.epsg : -1;
     std::string sql = kSchema;
     if (entete.epsg != 0 && entete.epsg != 4326) {
@@ -202,15 +196,14 @@ class GeoPackage : public EcrivainExport {
     sql += "COMMIT;\n";
     if (!Executer(sql)) return false;
     if (!Fermer()) return Echouer(final_, RaisonFatale::Ecriture);
-    if (!PlacerFichier(temporaire_->Chemin(), final_)) return Echouer(final_, RaisonFatale::Ecriture);
-    temporaire_->Garder();
-    temporaire_.reset();
-    return true;
+    const std::unique_ptr<SupportFichier> fichier = std::move(fichier_);
+    return fichier->Fermer() || Echouer(final_, RaisonFatale::Ecriture);
   }
 
   void Abandonner() override {
     Fermer();
-    temporaire_.reset();  // removed
+    if (fichier_) fichier_->Abandonner();
+    fichier_.reset();
   }
 
  private:
@@ -271,7 +264,8 @@ class GeoPackage : public EcrivainExport {
   }
 
   std::string final_;
-  std::unique_ptr<Temporaire> temporaire_;
+  SystemeFichiers& systeme_;
+  std::unique_ptr<SupportFichier> fichier_;
   sqlite3* base_ = nullptr;
   // Rows go in kRangees at a time, by one statement: a statement costs
   // about as much as its rows, the sequence of an AUTOINCREMENT key being
@@ -297,8 +291,8 @@ class GeoPackage : public EcrivainExport {
 
 bool GeoPackageDisponible() { return true; }
 
-std::unique_ptr<EcrivainExport> EcrivainGeoPackage(const std::string& base) {
-  return std::make_unique<GeoPackage>(base);
+std::unique_ptr<EcrivainExport> EcrivainGeoPackage(const std::string& base, SystemeFichiers& systeme) {
+  return std::make_unique<GeoPackage>(base, systeme);
 }
 
 }  // namespace quillon

@@ -36,7 +36,7 @@ std::vector<std::string> FichiersExport(FormatExport format, const std::string& 
 
 std::unique_ptr<EcrivainExport> CreerEcrivain(FormatExport format, const std::string& base, SystemeFichiers& systeme) {
   switch (format) {
-    case FormatExport::GeoPackage: return EcrivainGeoPackage(base);
+    case FormatExport::GeoPackage: return EcrivainGeoPackage(base, systeme);
     case FormatExport::Csv: return EcrivainCsv(base, systeme);
     case FormatExport::GeoJson: return EcrivainGeoJson(base, systeme);
     case FormatExport::Dxf: return EcrivainDxf(base, systeme);

@@ -66,7 +66,7 @@ std::unique_ptr<EcrivainExport> CreerEcrivain(FormatExport format, const std::st
 std::unique_ptr<EcrivainExport> EcrivainCsv(const std::string& base, SystemeFichiers& systeme);
 std::unique_ptr<EcrivainExport> EcrivainGeoJson(const std::string& base, SystemeFichiers& systeme);
 std::unique_ptr<EcrivainExport> EcrivainDxf(const std::string& base, SystemeFichiers& systeme);
-std::unique_ptr<EcrivainExport> EcrivainGeoPackage(const std::string& base);  // null without SQLite
+std::unique_ptr<EcrivainExport> EcrivainGeoPackage(const std::string& base, SystemeFichiers& systeme);  // null without SQLite
 bool GeoPackageDisponible();
 
 // The well-known text of the two Swiss systems (EPSG 2056 and 21781);

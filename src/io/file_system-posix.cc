@@ -1,15 +1,22 @@
 // The machine's files, through POSIX descriptors. A file created for
-// writing is written to a temporary file in its folder, synced, and renamed
-// over its name on closing; its folder is synced after. A file with other
-// hard links gets the finished bytes written into it instead. A thread of a
-// batch may defer the sync and the rename, which a group then shares.
+// writing is written to an unnamed file of its folder (O_TMPFILE), or where
+// the file system has none to a named temporary file there; on closing it
+// is synced, given a temporary name, and renamed over its name; its folder
+// is synced after. A file with other hard links gets the finished bytes
+// written into it instead. A thread of a batch may defer the sync and the
+// rename, which a group then shares.
+#include <dirent.h>
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <climits>
+#include <cstdio>
 #include <cstdlib>
 #include <condition_variable>
 #include <cstring>
@@ -17,6 +24,7 @@
 #include <mutex>
 #include <set>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "io/file_system.h"
@@ -25,6 +33,23 @@
 namespace quillon {
 
 void SupprimerFichier(const char* chemin) { ::unlink(chemin); }
+
+uint32_t ProcessusCourant() { return static_cast<uint32_t>(::getpid()); }
+
+uint32_t HoteCourant() {
+  static const uint32_t empreinte = [] {
+    char nom[256] = {};
+    ::gethostname(nom, sizeof nom - 1);
+    uint32_t h = 2166136261u;  // FNV-1a
+    for (const char* c = nom; *c != '\0'; ++c) h = (h ^ static_cast<unsigned char>(*c)) * 16777619u;
+    return h;
+  }();
+  return empreinte;
+}
+
+bool ProcessusVivant(uint32_t processus) {
+  return processus <= INT_MAX && (::kill(static_cast<pid_t>(processus), 0) == 0 || errno != ESRCH);
+}
 
 namespace {
 
@@ -164,23 +189,113 @@ void DossierModifie(const std::string& dossier) {
   SynchroniserDossier(dossier);
 }
 
-// A file closed while its thread defers placements: complete beside its
-// name, in the list of pending temporary files until it is placed.
+// Removes, once per folder and process, the temporary files that runs of
+// this machine killed outright left there (named ones only: an unnamed
+// file goes with its process).
+void NettoyerDossier(const std::string& dossier) {
+  static std::mutex mutex;
+  static std::set<std::string> vus;
+  {
+    std::lock_guard<std::mutex> verrou(mutex);
+    if (!vus.insert(dossier).second) return;
+  }
+  DIR* d = ::opendir(dossier.c_str());
+  if (d == nullptr) return;
+  while (const dirent* e = ::readdir(d)) {
+    if (std::strstr(e->d_name, ".quillon-") != nullptr && TemporaireAbandonne(e->d_name)) {
+      ::unlinkat(::dirfd(d), e->d_name, 0);
+    }
+  }
+  ::closedir(d);
+}
+
+// Gives the unnamed file `fd` the name `chemin`: through its entry in
+// /proc, or by its descriptor where the process may (CAP_DAC_READ_SEARCH).
+bool Lier(int fd, const std::string& chemin) {
+  char proc[64];
+  std::snprintf(proc, sizeof proc, "/proc/self/fd/%d", fd);
+  if (::linkat(AT_FDCWD, proc, AT_FDCWD, chemin.c_str(), AT_SYMLINK_FOLLOW) == 0) return true;
+  return errno != EEXIST && ::linkat(fd, "", AT_FDCWD, chemin.c_str(), AT_EMPTY_PATH) == 0;
+}
+
+// A file being written: its descriptor, and its temporary name where it has
+// one from the start.
+struct Brouillon {
+  int fd = -1;
+  Temporaire nom;  // empty for an unnamed file
+
+  Brouillon() = default;
+  Brouillon(Brouillon&& autre) noexcept : fd(std::exchange(autre.fd, -1)), nom(std::move(autre.nom)) {}
+
+  // Its name in place of `final`'s: an unnamed file first gets a temporary
+  // name of its own (in the list of pending ones while it has it), then
+  // that name is renamed over `final`. Gone when that fails.
+  bool Placer(const std::string& final) {
+    for (uint64_t essai = 0; nom.Vide() && essai < 100; ++essai) {
+      Temporaire lien(NomTemporaire(final, essai));
+      if (Lier(fd, lien.Chemin())) {
+        nom = std::move(lien);
+      } else {
+        const bool pris = errno == EEXIST;
+        lien.Garder();  // not ours to remove
+        if (!pris) return false;
+      }
+    }
+    if (nom.Vide() || ::rename(nom.Chemin().c_str(), final.c_str()) != 0) {
+      nom.Supprimer();
+      return false;
+    }
+    nom.Garder();
+    DossierModifie(Dossier(final));
+    return true;
+  }
+  void Fermer() {
+    if (fd >= 0) ::close(fd);
+    fd = -1;
+  }
+};
+
+// The file to be written at `final`, in its folder: unnamed where the file
+// system can, else under a temporary name. False when neither can be made.
+std::atomic<bool> sansNom{true};
+
+bool CreerBrouillon(const std::string& final, Brouillon& b) {
+  const std::string dossier = Dossier(final);
+  NettoyerDossier(dossier);
+  if (sansNom.load(std::memory_order_relaxed)) {
+    b.fd = ::open(dossier.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0666);
+    if (b.fd >= 0) return true;
+    // Refused by the file system or by an older kernel: a named file.
+    if (errno != EOPNOTSUPP && errno != EISDIR && errno != EINVAL && errno != ENOENT) return false;
+  }
+  for (uint64_t essai = 0; essai < 100; ++essai) {
+    std::string temporaire = NomTemporaire(final, essai);
+    b.fd = ::open(temporaire.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (b.fd >= 0) {
+      b.nom = Temporaire(std::move(temporaire));
+      return true;
+    }
+    if (errno != EEXIST) return false;
+  }
+  return false;
+}
+
+// A file closed while its thread defers placements: complete, still open,
+// unnamed or under its temporary name until its group is placed.
 class PlacementPosix : public PlacementDifere {
  public:
-  PlacementPosix(const std::string& temporaire, std::string final)
-      : temporaire_(temporaire), final_(std::move(final)) {}
+  PlacementPosix(Brouillon brouillon, std::string final) : b_(std::move(brouillon)), final_(std::move(final)) {}
+  ~PlacementPosix() override { b_.Fermer(); }  // the name, if any, goes with b_
   const std::string& Nom() const override { return final_; }
-  const std::string& Temporaire_() const { return temporaire_.Chemin(); }
+  int Descripteur() const { return b_.fd; }
   bool Placer() {
-    if (::rename(temporaire_.Chemin().c_str(), final_.c_str()) != 0) return false;
-    temporaire_.Garder();
-    DossierModifie(Dossier(final_));
-    return true;
+    const bool place = b_.Placer(final_);
+    b_.Fermer();
+    return place;
   }
 
  private:
-  Temporaire temporaire_;
+  Brouillon b_;
   std::string final_;
 };
 
@@ -251,6 +366,37 @@ class SupportPosix : public SupportFichier {
     return p != nullptr && p->identite_.Meme(identite_);
   }
 
+  int64_t LireA(char* destination, std::size_t taille, uint64_t position) override {
+    std::size_t lus = 0;
+    while (lus < taille) {
+      const ssize_t n = ::pread(fd_, destination + lus, taille - lus, static_cast<off_t>(position + lus));
+      if (n < 0 && errno == EINTR) continue;
+      if (n < 0) return -1;
+      if (n == 0) break;
+      lus += static_cast<std::size_t>(n);
+    }
+    return static_cast<int64_t>(lus);
+  }
+
+  bool EcrireA(const char* source, std::size_t taille, uint64_t position) override {
+    while (taille > 0) {
+      const ssize_t n = ::pwrite(fd_, source, taille, static_cast<off_t>(position));
+      if (n < 0 && errno == EINTR) continue;
+      if (n <= 0) return false;
+      source += n;
+      position += static_cast<uint64_t>(n);
+      taille -= static_cast<std::size_t>(n);
+    }
+    return true;
+  }
+
+  int64_t Taille() override {
+    struct stat etat;
+    return ::fstat(fd_, &etat) == 0 ? static_cast<int64_t>(etat.st_size) : -1;
+  }
+
+  bool Tronquer(uint64_t taille) override { return ::ftruncate(fd_, static_cast<off_t>(taille)) == 0; }
+
   const Identite& Ident() const { return identite_; }
 
  protected:
@@ -258,20 +404,17 @@ class SupportPosix : public SupportFichier {
   Identite identite_;
 };
 
-// A file written beside its name and renamed over it on closing; or, for a
-// file with other hard links (`enPlace`), written into it once complete, so
-// that every name shows the new bytes.
+// A file written beside its name and put in place over it on closing; or,
+// for a file with other hard links (`enPlace`), written into it once
+// complete, so that every name shows the new bytes.
 class SupportRemplacement : public SupportPosix {
  public:
-  SupportRemplacement(int fd, Identite identite, std::string temporaire, std::string final, bool enPlace)
-      : SupportPosix(fd, std::move(identite)),
-        temporaire_(std::move(temporaire)),
+  SupportRemplacement(Brouillon brouillon, Identite identite, std::string final, bool enPlace)
+      : SupportPosix(std::exchange(brouillon.fd, -1), std::move(identite)),
+        nom_(std::move(brouillon.nom)),
         final_(std::move(final)),
         enPlace_(enPlace) {}
-  ~SupportRemplacement() override {
-    fond_.reset();
-    SupportPosix::Fermer();
-  }
+  ~SupportRemplacement() override { Abandonner(); }
 
   // Every few megabytes the file is synced in the background while the run
   // goes on, so that the sync on closing has little left to wait for. A
@@ -287,9 +430,9 @@ class SupportRemplacement : public SupportPosix {
     return true;
   }
 
-  // Synced before the rename, so that a crash of the machine leaves the
-  // previous file or the new one, whole; the folder after it, so that the
-  // new one is what comes back.
+  // Synced before it is named and renamed, so that a crash of the machine
+  // leaves the previous file or the new one, whole; the folder after it, so
+  // that the new one is what comes back.
   bool Fermer() override {
     if (fd_ < 0) return false;
     const bool fond = !fond_ || fond_->Terminer();
@@ -299,36 +442,35 @@ class SupportRemplacement : public SupportPosix {
       return false;
     }
     if (enPlace_) return FermerEnPlace();
-    if (differer) return FermerSansPlacer();
-    const bool ecrit = ::fsync(fd_) == 0;
-    if (!SupportPosix::Fermer() || !ecrit || ::rename(temporaire_.Chemin().c_str(), final_.c_str()) != 0) {
-      temporaire_.Supprimer();
+    if (differer) {
+      diferes.push_back(std::make_unique<PlacementPosix>(Reprendre(), final_));
+      return true;
+    }
+    if (::fdatasync(fd_) != 0) {
+      Abandonner();
       return false;
     }
-    temporaire_.Garder();
-    DossierModifie(Dossier(final_));
-    return true;
+    Brouillon b = Reprendre();
+    const bool place = b.Placer(final_);
+    b.Fermer();
+    return place;
   }
 
   void Abandonner() override {
     fond_.reset();
     SupportPosix::Fermer();
-    temporaire_.Supprimer();
+    nom_.Supprimer();
   }
 
  private:
   static constexpr uint64_t kTranche = uint64_t{4} << 20;
 
-  // Closed complete and left to PlacerGroupe, which syncs it with others;
-  // the list of pending temporary files keeps it until then.
-  bool FermerSansPlacer() {
-    if (!SupportPosix::Fermer()) {
-      temporaire_.Supprimer();
-      return false;
-    }
-    diferes.push_back(std::make_unique<PlacementPosix>(temporaire_.Chemin(), final_));
-    temporaire_.Garder();  // the placement holds it now
-    return true;
+  // The file as it was made, taken back from this support.
+  Brouillon Reprendre() {
+    Brouillon b;
+    b.fd = std::exchange(fd_, -1);
+    b.nom = std::move(nom_);
+    return b;
   }
 
   // The finished bytes copied into the file itself, then synced. Not in
@@ -341,7 +483,7 @@ class SupportRemplacement : public SupportPosix {
     return ecrit;
   }
 
-  Temporaire temporaire_;
+  Temporaire nom_;  // empty for an unnamed file
   std::string final_;
   bool enPlace_;
   uint64_t ecrit_ = 0;    // bytes written so far
@@ -397,41 +539,27 @@ class SystemeFichiersPosix : public SystemeFichiers {
     // A rename would replace a read-only file without a word: its right to
     // be written is checked first, as opening it would.
     if (existe && ::faccessat(AT_FDCWD, final.c_str(), W_OK, AT_EACCESS) != 0) return nullptr;
-    for (uint64_t essai = 0; essai < 100; ++essai) {
-      const std::string temporaire = NomTemporaire(final, essai);
-      const int fd = ::open(temporaire.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-      if (fd < 0) {
-        if (errno == EEXIST) continue;
-        return nullptr;
-      }
-      // A file with other names is written into at the end: it keeps all
-      // it has. Another one is replaced by a file that keeps its permission
-      // bits, its extended attributes and access lists, and where allowed
-      // its owner and group.
-      const bool enPlace = existe && etat.st_nlink > 1;
-      if (existe && !enPlace) {
-        if (::fchown(fd, etat.st_uid, etat.st_gid) != 0) { /* another's file, not root: ours now */ }
-        CopierAttributs(final.c_str(), fd);
-        ::fchmod(fd, etat.st_mode & 07777);
-      }
-      return std::make_unique<SupportRemplacement>(fd, identite, temporaire, final, enPlace);
+    Brouillon brouillon;
+    if (!CreerBrouillon(final, brouillon)) return nullptr;
+    // A file with other names is written into at the end: it keeps all it
+    // has. Another one is replaced by a file that keeps its permission bits,
+    // its extended attributes and access lists, and where allowed its owner
+    // and group.
+    const bool enPlace = existe && etat.st_nlink > 1;
+    if (existe && !enPlace) {
+      if (::fchown(brouillon.fd, etat.st_uid, etat.st_gid) != 0) { /* another's file, not root: ours now */ }
+      CopierAttributs(final.c_str(), brouillon.fd);
+      ::fchmod(brouillon.fd, etat.st_mode & 07777);
     }
-    return nullptr;
+    return std::make_unique<SupportRemplacement>(std::move(brouillon), identite, final, enPlace);
   }
 };
 
 }  // namespace
 
-bool PlacerFichier(const std::string& temporaire, const std::string& final) {
-  const int fd = ::open(temporaire.c_str(), O_RDWR | O_CLOEXEC);
-  if (fd < 0) return false;
-  const bool ecrit = ::fsync(fd) == 0;
-  if (::close(fd) != 0 || !ecrit || ::rename(temporaire.c_str(), final.c_str()) != 0) return false;
-  DossierModifie(Dossier(final));
-  return true;
-}
-
 void DifererPlacements(bool oui) { differer = oui; }
+
+void UtiliserFichiersSansNom(bool oui) { sansNom.store(oui); }
 
 std::vector<std::unique_ptr<PlacementDifere>> PlacementsDiferes() {
   std::vector<std::unique_ptr<PlacementDifere>> pris;
@@ -439,28 +567,34 @@ std::vector<std::unique_ptr<PlacementDifere>> PlacementsDiferes() {
   return pris;
 }
 
-// One syncfs for each file system the group's files are on, through their
-// folders; then each file renamed, in order. A failed sync fails them all.
+// Every file of the group has its writeback started at once, then each is
+// synced: its own data and size, never another program's, most of its
+// pages on their way already. Then each is named and renamed, in order. A
+// file whose sync failed is not placed.
+constexpr std::size_t kSynchronisationsSimultanees = 4;
+
 std::vector<bool> PlacerGroupe(const std::vector<std::unique_ptr<PlacementDifere>>& groupe) {
-  std::vector<bool> places(groupe.size(), false);
-  std::set<dev_t> synchronises;
-  std::set<std::string> dossiers;
-  bool ecrit = true;
-  for (const auto& p : groupe) {
-    const std::string dossier = Dossier(static_cast<const PlacementPosix&>(*p).Temporaire_());
-    if (!dossiers.insert(dossier).second) continue;
-    const int fd = ::open(dossier.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    struct stat etat;
-    if (fd < 0 || ::fstat(fd, &etat) != 0) {
-      ecrit = false;
-    } else if (synchronises.insert(etat.st_dev).second && ::syncfs(fd) != 0) {
-      ecrit = false;
+  const auto placement = [&](std::size_t k) -> PlacementPosix& { return static_cast<PlacementPosix&>(*groupe[k]); };
+  for (std::size_t k = 0; k < groupe.size(); ++k) {
+    ::sync_file_range(placement(k).Descripteur(), 0, 0, SYNC_FILE_RANGE_WRITE);
+  }
+  // A few at once, so that the disk takes their last writes and the flushes
+  // of its cache together.
+  std::vector<char> ecrits(groupe.size(), 0);
+  std::atomic<std::size_t> suivant{0};
+  const auto synchroniser = [&] {
+    for (std::size_t k; (k = suivant.fetch_add(1)) < groupe.size();) {
+      ecrits[k] = ::fdatasync(placement(k).Descripteur()) == 0;
     }
-    if (fd >= 0) ::close(fd);
+  };
+  std::vector<std::thread> fils;
+  for (std::size_t f = 1; f < std::min<std::size_t>(kSynchronisationsSimultanees, groupe.size()); ++f) {
+    fils.emplace_back(synchroniser);
   }
-  for (std::size_t k = 0; k < groupe.size() && ecrit; ++k) {
-    places[k] = static_cast<PlacementPosix&>(*groupe[k]).Placer();
-  }
+  synchroniser();
+  for (std::thread& f : fils) f.join();
+  std::vector<bool> places(groupe.size(), false);
+  for (std::size_t k = 0; k < groupe.size(); ++k) places[k] = ecrits[k] && placement(k).Placer();
   return places;
 }
 

@@ -1,12 +1,19 @@
 // The machine's files on Windows, through the wide API, so that any name
 // Windows accepts goes through (names are held in UTF-8). A file created
-// for writing is written to a temporary file in its folder, flushed, and
-// put in place on closing: ReplaceFileW over an existing file, which keeps
-// its attributes and rights, MoveFileExW otherwise. An existing file with
-// other hard links gets the finished bytes written into it instead, so that
-// every name shows them.
+// for writing is written to a temporary file in its folder, its deletion
+// requested from the start, so that a process killed outright leaves
+// nothing; on closing it is flushed, the request withdrawn, and the file put
+// in place: renamed by its handle, or by ReplaceFileW over an existing file,
+// which keeps its attributes and rights. An existing file with other hard
+// links gets the finished bytes written into it instead, so that every name
+// shows them.
 #include <windows.h>
 
+#include <algorithm>
+#include <atomic>
+#include <cstring>
+#include <mutex>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -19,6 +26,52 @@ namespace quillon {
 namespace {
 
 constexpr DWORD kPartageTout = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+std::atomic<bool> suppressionDemandee{true};
+
+// Asks that the open file go when its last handle closes, or withdraws
+// that request.
+bool DemanderSuppression(HANDLE fichier, bool oui) {
+  FILE_DISPOSITION_INFO info{};
+  info.DeleteFile = oui ? TRUE : FALSE;
+  return ::SetFileInformationByHandle(fichier, FileDispositionInfo, &info, sizeof info);
+}
+
+// Renames the open file `fichier` to the full path `final`, replacing a
+// file of that name.
+bool RenommerParPoignee(HANDLE fichier, const std::wstring& final) {
+  std::vector<char> tampon(sizeof(FILE_RENAME_INFO) + final.size() * sizeof(wchar_t));
+  auto* info = reinterpret_cast<FILE_RENAME_INFO*>(tampon.data());
+  info->ReplaceIfExists = TRUE;
+  info->RootDirectory = nullptr;
+  info->FileNameLength = static_cast<DWORD>(final.size() * sizeof(wchar_t));
+  std::memcpy(info->FileName, final.data(), final.size() * sizeof(wchar_t));
+  return ::SetFileInformationByHandle(fichier, FileRenameInfo, info, static_cast<DWORD>(tampon.size()));
+}
+
+std::wstring DossierDe(const std::wstring& chemin) {
+  const std::size_t barre = chemin.find_last_of(L"\\/");
+  return barre == std::wstring::npos ? std::wstring(L".") : chemin.substr(0, barre);
+}
+
+// Removes, once per folder and process, the temporary files that runs of
+// this machine killed outright (or a power cut) left there.
+void NettoyerDossier(const std::wstring& dossier) {
+  static std::mutex mutex;
+  static std::set<std::wstring> vus;
+  {
+    std::lock_guard<std::mutex> verrou(mutex);
+    if (!vus.insert(dossier).second) return;
+  }
+  WIN32_FIND_DATAW trouve;
+  const HANDLE recherche = ::FindFirstFileExW((dossier + L"\\*.quillon-*.tmp").c_str(), FindExInfoBasic, &trouve,
+                                             FindExSearchNameMatch, nullptr, 0);
+  if (recherche == INVALID_HANDLE_VALUE) return;
+  do {
+    if (TemporaireAbandonne(Utf8(trouve.cFileName))) ::DeleteFileW((dossier + L"\\" + trouve.cFileName).c_str());
+  } while (::FindNextFileW(recherche, &trouve));
+  ::FindClose(recherche);
+}
 
 // What makes a file itself: its volume and index when it exists, and its
 // full path (compared without regard to case, as Windows names are).
@@ -48,6 +101,13 @@ void LireIdentite(HANDLE fichier, Identite& identite) {
   identite.volume = info.dwVolumeSerialNumber;
   identite.index = (uint64_t{info.nFileIndexHigh} << 32) | info.nFileIndexLow;
   identite.liens = info.nNumberOfLinks;
+}
+
+OVERLAPPED Position(uint64_t position) {
+  OVERLAPPED ou{};
+  ou.Offset = static_cast<DWORD>(position);
+  ou.OffsetHigh = static_cast<DWORD>(position >> 32);
+  return ou;
 }
 
 class SupportWin32 : public SupportFichier {
@@ -86,6 +146,46 @@ class SupportWin32 : public SupportFichier {
     return w != nullptr && w->identite_.Meme(identite_);
   }
 
+  int64_t LireA(char* destination, std::size_t taille, uint64_t position) override {
+    std::size_t lus = 0;
+    while (lus < taille) {
+      OVERLAPPED ou = Position(position + lus);
+      DWORD n = 0;
+      const DWORD demande = static_cast<DWORD>(std::min<std::size_t>(taille - lus, DWORD{1} << 30));
+      if (!::ReadFile(fichier_, destination + lus, demande, &n, &ou)) {
+        if (::GetLastError() == ERROR_HANDLE_EOF) break;
+        return -1;
+      }
+      if (n == 0) break;
+      lus += n;
+    }
+    return static_cast<int64_t>(lus);
+  }
+
+  bool EcrireA(const char* source, std::size_t taille, uint64_t position) override {
+    while (taille > 0) {
+      OVERLAPPED ou = Position(position);
+      DWORD n = 0;
+      const DWORD morceau = static_cast<DWORD>(std::min<std::size_t>(taille, DWORD{1} << 30));
+      if (!::WriteFile(fichier_, source, morceau, &n, &ou) || n == 0) return false;
+      source += n;
+      position += n;
+      taille -= n;
+    }
+    return true;
+  }
+
+  int64_t Taille() override {
+    LARGE_INTEGER taille;
+    return ::GetFileSizeEx(fichier_, &taille) ? taille.QuadPart : -1;
+  }
+
+  bool Tronquer(uint64_t taille) override {
+    LARGE_INTEGER position;
+    position.QuadPart = static_cast<LONGLONG>(taille);
+    return ::SetFilePointerEx(fichier_, position, nullptr, FILE_BEGIN) && ::SetEndOfFile(fichier_);
+  }
+
   const Identite& Ident() const { return identite_; }
 
  protected:
@@ -104,11 +204,18 @@ class SupportRemplacement : public SupportWin32 {
   ~SupportRemplacement() override { SupportWin32::Fermer(); }
 
   // Flushed to the disk before it is put in place, so that a crash of the
-  // machine leaves the previous file or the new one, whole.
+  // machine leaves the previous file or the new one, whole. A new file is
+  // renamed by its handle, and flushed again for its new name.
   bool Fermer() override {
     if (fichier_ == INVALID_HANDLE_VALUE) return false;
-    const bool ecrit = ::FlushFileBuffers(fichier_);
-    if (!SupportWin32::Fermer() || !ecrit || !Remplacer()) {
+    bool place = ::FlushFileBuffers(fichier_) && DemanderSuppression(fichier_, false);
+    if (place && !remplace_) {
+      place = RenommerParPoignee(fichier_, final_) && ::FlushFileBuffers(fichier_);
+      if (place) temporaire_.Garder();
+    }
+    place = SupportWin32::Fermer() && place;
+    if (place && remplace_) place = Remplacer();
+    if (!place) {
       temporaire_.Supprimer();
       return false;
     }
@@ -223,18 +330,25 @@ class SystemeFichiersWin32 : public SystemeFichiers {
     } else if (EstProtege(identite, proteges)) {
       return nullptr;
     }
-    const std::string finalUtf8 = Utf16VersUtf8(std::u16string_view(reinterpret_cast<const char16_t*>(final.data()), final.size()));
+    const std::string finalUtf8 = Utf8(final);
+    NettoyerDossier(DossierDe(CheminComplet(final)));
     for (uint64_t essai = 0; essai < 100; ++essai) {
       const std::string temporaire = NomTemporaire(finalUtf8, essai);
       // Shared for deletion, so that an interruption can remove it while it
-      // is still open.
-      const HANDLE fichier = ::CreateFileW(Large(temporaire).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE,
-                                           nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+      // is still open; its deletion asked for at once.
+      const HANDLE fichier = ::CreateFileW(Large(temporaire).c_str(), GENERIC_READ | GENERIC_WRITE | DELETE,
+                                           FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, CREATE_NEW,
+                                           FILE_ATTRIBUTE_NORMAL, nullptr);
       if (fichier == INVALID_HANDLE_VALUE) {
         if (::GetLastError() == ERROR_FILE_EXISTS) continue;
         return nullptr;
       }
-      return std::make_unique<SupportRemplacement>(fichier, identite, temporaire, final, existe);
+      if (suppressionDemandee.load(std::memory_order_relaxed) && !DemanderSuppression(fichier, true)) {
+        ::CloseHandle(fichier);
+        SupprimerFichier(temporaire.c_str());
+        return nullptr;
+      }
+      return std::make_unique<SupportRemplacement>(fichier, identite, temporaire, CheminComplet(final), existe);
     }
     return nullptr;
   }
@@ -244,9 +358,34 @@ class SystemeFichiersWin32 : public SystemeFichiers {
 
 void SupprimerFichier(const char* chemin) { ::DeleteFileW(Large(chemin).c_str()); }
 
+uint32_t ProcessusCourant() { return ::GetCurrentProcessId(); }
+
+uint32_t HoteCourant() {
+  static const uint32_t empreinte = [] {
+    wchar_t nom[MAX_COMPUTERNAME_LENGTH + 1] = {};
+    DWORD taille = MAX_COMPUTERNAME_LENGTH + 1;
+    ::GetComputerNameW(nom, &taille);
+    uint32_t h = 2166136261u;  // FNV-1a, over the UTF-8 name
+    for (const char c : Utf8(std::wstring_view(nom, taille))) h = (h ^ static_cast<unsigned char>(c)) * 16777619u;
+    return h;
+  }();
+  return empreinte;
+}
+
+// A process that cannot be opened for want of rights is alive.
+bool ProcessusVivant(uint32_t processus) {
+  const HANDLE p = ::OpenProcess(SYNCHRONIZE, FALSE, processus);
+  if (p == nullptr) return ::GetLastError() != ERROR_INVALID_PARAMETER;
+  const bool vivant = ::WaitForSingleObject(p, 0) == WAIT_TIMEOUT;
+  ::CloseHandle(p);
+  return vivant;
+}
+
 // Windows has no sync of a whole volume that a program may call without
 // rights: each file is flushed and put in place when closed.
 void DifererPlacements(bool) {}
+// Without it, a temporary file is a plain file until put in place.
+void UtiliserFichiersSansNom(bool oui) { suppressionDemandee.store(oui); }
 std::vector<std::unique_ptr<PlacementDifere>> PlacementsDiferes() { return {}; }
 std::vector<bool> PlacerGroupe(const std::vector<std::unique_ptr<PlacementDifere>>& groupe) {
   return std::vector<bool>(groupe.size(), false);
@@ -256,15 +395,6 @@ std::vector<bool> PlacerGroupe(const std::vector<std::unique_ptr<PlacementDifere
 // with the rename: nothing is left to sync afterwards.
 void GrouperSynchronisationsDossiers() {}
 void SynchroniserDossiers() {}
-
-bool PlacerFichier(const std::string& temporaire, const std::string& final) {
-  const std::wstring source = Large(temporaire);
-  const HANDLE fichier = ::CreateFileW(source.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-  if (fichier == INVALID_HANDLE_VALUE) return false;
-  const bool ecrit = ::FlushFileBuffers(fichier);
-  return ::CloseHandle(fichier) && ecrit &&
-         ::MoveFileExW(source.c_str(), Large(final).c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
-}
 
 SystemeFichiers& SystemeFichiersReel() {
   static SystemeFichiersWin32 systeme;

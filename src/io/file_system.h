@@ -35,6 +35,16 @@ class SupportFichier {
   // True when this open file and `autre` are the same file (same path, a
   // link to it, the same inode), or would be once put in place.
   virtual bool MemeFichier(const SupportFichier& autre) const = 0;
+
+  // Random access, for a writer that lays out its file itself (a
+  // database), on a file created for writing: reads up to `taille` bytes
+  // at `position` (the count read, fewer past the end, -1 on error); writes
+  // all `taille` bytes there; the size (-1 on error); cuts it to `taille`.
+  // A file that has none fails them.
+  virtual int64_t LireA(char* /*destination*/, std::size_t /*taille*/, uint64_t /*position*/) { return -1; }
+  virtual bool EcrireA(const char* /*source*/, std::size_t /*taille*/, uint64_t /*position*/) { return false; }
+  virtual int64_t Taille() { return -1; }
+  virtual bool Tronquer(uint64_t /*taille*/) { return false; }
 };
 
 class SystemeFichiers {
@@ -53,6 +63,11 @@ class SystemeFichiers {
 
 // The machine's files.
 SystemeFichiers& SystemeFichiersReel();
+
+// Whether the machine's files being written have no name until they are
+// complete, where the system can (the default). False names them from the
+// start, as a file system without unnamed files does: for the tests.
+void UtiliserFichiersSansNom(bool oui);
 
 // The folder of a file put in place is synced after it, so that a crash of
 // the machine brings back the new file: at once by default. Once
@@ -84,11 +99,6 @@ std::vector<std::unique_ptr<PlacementDifere>> PlacementsDiferes();
 // Whether each file of the group is in place; a file that is not keeps
 // its previous bytes.
 std::vector<bool> PlacerGroupe(const std::vector<std::unique_ptr<PlacementDifere>>& groupe);
-
-// Puts a complete file that another writer made (a database, say) in place:
-// `temporaire`, beside `final`, is synced to the disk and renamed over it.
-// False when that failed; `temporaire` is then left to the caller.
-bool PlacerFichier(const std::string& temporaire, const std::string& final);
 
 // Removes one file by its name, quietly; safe inside a signal handler (a
 // pending temporary file on an interruption).

@@ -3,6 +3,7 @@
 #include "io/file_system.h"
 
 #include <atomic>
+#include <charconv>
 #include <chrono>
 #include <cstring>
 
@@ -37,14 +38,52 @@ std::string Suffixe(uint64_t essai) {
   return texte;
 }
 
+std::string Hexadecimal(uint32_t valeur) {
+  static constexpr char kChiffres[] = "0123456789abcdef";
+  std::string texte(8, '0');
+  for (int i = 7; i >= 0; --i, valeur >>= 4) texte[static_cast<std::size_t>(i)] = kChiffres[valeur & 15];
+  return texte;
+}
+
 }  // namespace
 
 std::string NomTemporaire(const std::string& chemin, uint64_t essai) {
-  constexpr std::size_t kNomMax = 255 - (sizeof ".quillon-XXXXXX.tmp" - 1);
+  const std::string auteur =
+      ".quillon-" + std::to_string(ProcessusCourant()) + "-" + Hexadecimal(HoteCourant()) + "-";
+  const std::size_t kNomMax = 255 - auteur.size() - (sizeof "XXXXXX.tmp" - 1);
   const std::size_t debutNom = chemin.find_last_of("/\\") + 1;  // 0 when there is no folder
   const std::size_t longueurNom = chemin.size() - debutNom;
   std::string nom = chemin.substr(0, debutNom + (longueurNom < kNomMax ? longueurNom : kNomMax));
-  return nom + ".quillon-" + Suffixe(essai) + ".tmp";
+  return nom + auteur + Suffixe(essai) + ".tmp";
+}
+
+// "<name>.quillon-<process>-<host>-XXXXXX.tmp": the process in decimal, the
+// host in eight hexadecimal digits, six letters or digits.
+std::optional<AuteurTemporaire> AuteurDe(std::string_view nom) {
+  if (!nom.ends_with(".tmp")) return std::nullopt;
+  nom.remove_suffix(4);
+  if (nom.size() < 7 || nom[nom.size() - 7] != '-') return std::nullopt;
+  nom.remove_suffix(7);
+  const std::size_t tiret = nom.rfind('-');
+  const std::size_t debut = nom.rfind(".quillon-");
+  if (tiret == std::string_view::npos || debut == std::string_view::npos || tiret < debut + 9) return std::nullopt;
+  const std::string_view processus = nom.substr(debut + 9, tiret - debut - 9);
+  const std::string_view hote = nom.substr(tiret + 1);
+  AuteurTemporaire auteur;
+  if (hote.size() != 8 || processus.empty()) return std::nullopt;
+  auto [finP, errP] = std::from_chars(processus.data(), processus.data() + processus.size(), auteur.processus);
+  auto [finH, errH] = std::from_chars(hote.data(), hote.data() + hote.size(), auteur.hote, 16);
+  if (errP != std::errc() || finP != processus.data() + processus.size() || errH != std::errc() ||
+      finH != hote.data() + hote.size()) {
+    return std::nullopt;
+  }
+  return auteur;
+}
+
+bool TemporaireAbandonne(std::string_view nom) {
+  const std::optional<AuteurTemporaire> auteur = AuteurDe(nom);
+  return auteur && auteur->hote == HoteCourant() && auteur->processus != ProcessusCourant() &&
+         !ProcessusVivant(auteur->processus);
 }
 
 int RetenirTemporaire(const std::string& chemin) {

@@ -43,6 +43,30 @@ class SupportMemoire : public SupportFichier {
     return m != nullptr && m->nom_ == nom_;
   }
 
+  int64_t LireA(char* cible, std::size_t taille, uint64_t position) override {
+    if (systeme_ == nullptr) return -1;
+    const std::string& octets = systeme_->enCours[nom_];
+    if (position >= octets.size()) return 0;
+    const std::size_t n = std::min<std::size_t>(taille, octets.size() - position);
+    std::memcpy(cible, octets.data() + position, n);
+    return static_cast<int64_t>(n);
+  }
+  bool EcrireA(const char* source, std::size_t taille, uint64_t position) override {
+    if (echecEcriture_ || systeme_ == nullptr) return false;
+    std::string& octets = systeme_->enCours[nom_];
+    if (octets.size() < position + taille) octets.resize(position + taille);
+    std::memcpy(octets.data() + position, source, taille);
+    return true;
+  }
+  int64_t Taille() override {
+    return systeme_ == nullptr ? -1 : static_cast<int64_t>(systeme_->enCours[nom_].size());
+  }
+  bool Tronquer(uint64_t taille) override {
+    if (systeme_ == nullptr) return false;
+    systeme_->enCours[nom_].resize(taille);
+    return true;
+  }
+
  private:
   std::string nom_;
   const std::string* contenu_;

@@ -1,9 +1,12 @@
 // Starts a program with the exact command line held by the variable
 // QUILLON_LIGNE_COMMANDE, standard handles inherited, and ends with its exit
 // status. wine builds a Windows command line from Unix arguments by quoting
-// them; the Windows e2e cases need the text as a user would type it.
+// them; the Windows e2e cases need the text as a user would type it. With
+// QUILLON_TERMINER_APRES (milliseconds), a program still running then is
+// ended by TerminateProcess, as Task Manager's "End task" does.
 #include <windows.h>
 
+#include <cstdlib>
 #include <cwchar>
 #include <vector>
 
@@ -22,7 +25,12 @@ int main() {
                       &processus)) {
     return 121;
   }
-  WaitForSingleObject(processus.hProcess, INFINITE);
+  const wchar_t* delai = _wgetenv(L"QUILLON_TERMINER_APRES");
+  const DWORD attente = delai != nullptr ? static_cast<DWORD>(_wtoi(delai)) : INFINITE;
+  if (WaitForSingleObject(processus.hProcess, attente) == WAIT_TIMEOUT) {
+    TerminateProcess(processus.hProcess, 137);
+    WaitForSingleObject(processus.hProcess, INFINITE);
+  }
   DWORD statut = 0;
   GetExitCodeProcess(processus.hProcess, &statut);
   CloseHandle(processus.hProcess);
