@@ -1,7 +1,5 @@
 #include "conversion/conversions.h"
 
-#include <cmath>
-#include <limits>
 #include <string>
 #include <string_view>
 
@@ -123,17 +121,14 @@ bool Executer(ReglagesExecution& reglages, std::string_view titre, Etape etape) 
     }
     return run.Terminer();
   }
-  // Watched: Y and X start each line unread, so that a line whose
-  // coordinates cannot be read shows it; a line that the reader rejects
-  // never reaches the writer, which alone would see them.
+  // Watched: the log's messages about each line are gathered, and the line
+  // handed over with them, its outcome and the fields they name.
   Journal& journal = reglages.journal;
-  journal.Ecouter(observateur);
+  RecueilLigne recueil;
+  journal.Ecouter(&recueil);
   observateur->Debut();
-  constexpr double kNonLue = std::numeric_limits<double>::quiet_NaN();
   while (run.LigneSuivante(ligne)) {
-    const int64_t erreurs = journal.NbErreursLecture + journal.NbErreursEcriture;
-    const int64_t ignorees = journal.NbLignesIgnorees;
-    point.CoordY = point.CoordX = kNonLue;
+    recueil.Effacer();
     const bool ecrite = etape(ligne, point, cible, journal);
     if (ecrite) run.EcrireCible(cible.Texte());
     LigneObservee vue;
@@ -141,10 +136,12 @@ bool Executer(ReglagesExecution& reglages, std::string_view titre, Etape etape) 
     vue.texte = ligne;
     if (ecrite) vue.cible = cible.Texte();
     vue.point = &point;
-    vue.issue = journal.NbErreursLecture + journal.NbErreursEcriture != erreurs ? IssueLigne::Rejetee
-                : ecrite || journal.NbLignesIgnorees == ignorees            ? IssueLigne::Convertie
-                                                                            : IssueLigne::Ignoree;
-    vue.coordonnees = !std::isnan(point.CoordY) && !std::isnan(point.CoordX);
+    vue.issue = recueil.Erreurs()    ? IssueLigne::Rejetee
+                : recueil.Ignoree() ? IssueLigne::Ignoree
+                                    : IssueLigne::Convertie;
+    vue.illisibles = recueil.Illisibles();
+    vue.nonEcrits = recueil.NonEcrits();
+    vue.messages = recueil.Messages();
     observateur->Ligne(vue);
   }
   journal.Ecouter(nullptr);

@@ -8,7 +8,6 @@
 #include "formats/ptp_format.h"
 #include "formats/ptv_format.h"
 #include "io/text_file.h"
-#include "formats/field_readers.h"
 
 namespace quillon {
 namespace {
@@ -223,38 +222,21 @@ void ExportsEnCours::Debut() {
   fil_ = std::thread([this] { Travailler(); });
 }
 
-void ExportsEnCours::ChampRejete(bool lecture, std::initializer_list<std::string_view> message) {
-  Note(lecture, message);
-  if (!lecture || message.size() == 0) return;
-  const std::string_view tete = *message.begin();
-  themeRejete_ = themeRejete_ || tete == kTeteTheme.vue();
-  communeRejetee_ = communeRejetee_ || tete == kTeteCommune.vue();
-  planRejete_ = planRejete_ || tete == kTetePlan.vue();
-  numeroRejete_ = numeroRejete_ || tete == kTeteNumeroPoint.vue();
-}
-
-// Each message as the log words it after its line number, " | " between.
-void ExportsEnCours::Note(bool lecture, std::initializer_list<std::string_view> message) {
-  if (!messages_.empty()) messages_ += " | ";
-  messages_ += lecture ? "LECTURE: " : "ECRITURE: ";
-  for (std::string_view morceau : message) messages_ += morceau;
-}
-
 void ExportsEnCours::Ligne(const LigneObservee& l) {
   const bool converti = !l.cible.empty();
   // Skipped lines, and rejected ones that cannot be placed, go nowhere.
-  if (converti || (!messages_.empty() && l.coordonnees)) {
-    Paquet& p = courant_->paquets[courant_->nombre++];
-    p.ligne = l.numero;
-    p.converti = converti;
-    p.lus = {!themeRejete_, !communeRejetee_, !planRejete_, !numeroRejete_};
-    p.point = *l.point;
-    p.texte = converti ? l.cible : l.texte;
-    if (!converti) p.messages = messages_;
-    if (courant_->nombre == Lot::kLignes) Transmettre();
-  }
-  messages_.clear();
-  themeRejete_ = communeRejetee_ = planRejete_ = numeroRejete_ = false;
+  if (!converti && (l.messages.empty() || !l.Coordonnees())) return;
+  Paquet& p = courant_->paquets[courant_->nombre++];
+  p.ligne = l.numero;
+  p.converti = converti;
+  const auto lu = [&](ChampPoint champ) { return (l.illisibles & Bit(champ)) == 0; };
+  p.lus = {lu(ChampPoint::Theme), lu(ChampPoint::Commune), lu(ChampPoint::Plan), lu(ChampPoint::NumeroPoint)};
+  p.point = *l.point;
+  p.texte = converti ? l.cible : l.texte;
+  p.messages.clear();
+  // Each message as the log words it after its line number, " | " between.
+  if (!converti) AjouterMessages(p.messages, l.messages, " | ", true);
+  if (courant_->nombre == Lot::kLignes) Transmettre();
 }
 
 // The full block to the writers' thread, and an empty one back, once the

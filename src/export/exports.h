@@ -67,8 +67,6 @@ class ExportsEnCours : public ObservateurExecution {
   ~ExportsEnCours() override;
 
   void Debut() override;
-  void ChampRejete(bool lecture, std::initializer_list<std::string_view> message) override;
-  void Note(bool lecture, std::initializer_list<std::string_view> message) override;
   void Ligne(const LigneObservee& ligne) override;
 
   // After a completed run: every export in place, or none (the previous
@@ -92,10 +90,6 @@ class ExportsEnCours : public ObservateurExecution {
   std::vector<Lot*> pleins_, libres_;
   bool fin_ = false, abandon_ = false;
   Lot* courant_ = nullptr;
-  // The line being run: its messages, and which fields of its identity
-  // could not be read.
-  std::string messages_;
-  bool themeRejete_ = false, communeRejetee_ = false, planRejete_ = false, numeroRejete_ = false;
 };
 
 // Every export asked for, from a pass of its own over the source (the

@@ -16,12 +16,12 @@ std::string_view EnMajuscule(std::string_view texte, char& tampon) {
   return {&tampon, 1};
 }
 
-bool LireDecimal(std::string_view texte, double& champ, std::string_view tete, Journal& journal) {
+bool LireDecimal(std::string_view texte, double& champ, const TeteChamp& tete, Journal& journal) {
   if (!ConvertirDecimal(texte, champ)) return RejeterChamp(journal, tete, texte);
   return true;
 }
 
-bool LireOuiNon(std::string_view texte, int32_t& champ, std::string_view tete, Journal& journal) {
+bool LireOuiNon(std::string_view texte, int32_t& champ, const TeteChamp& tete, Journal& journal) {
   if (texte == "O") {
     champ = kOui;
   } else if (texte == "N") {
@@ -39,16 +39,16 @@ void CopierTexte(std::string& champ, std::string_view texte) {
   std::copy(texte.begin(), texte.end(), champ.begin());
 }
 
-bool RejeterChamp(Journal& journal, std::string_view tete, std::string_view texte, std::string_view fin) {
-  journal.ErreurLecture({tete, texte, fin});
+bool RejeterChamp(Journal& journal, const TeteChamp& tete, std::string_view texte, std::string_view fin) {
+  journal.ErreurLecture(Numero(tete.champ), {tete.texte, texte, fin});
   return false;
 }
 
-bool RejeterChamp(Journal& journal, std::string_view tete, std::string_view texte) {
+bool RejeterChamp(Journal& journal, const TeteChamp& tete, std::string_view texte) {
   return RejeterChamp(journal, tete, texte, "' n'est pas valide");
 }
 
-bool LireEntierBorne(std::string_view texte, int lo, int hi, int16_t& champ, std::string_view tete,
+bool LireEntierBorne(std::string_view texte, int lo, int hi, int16_t& champ, const TeteChamp& tete,
                      Journal& journal) {
   if (!ConvertirEntier(texte, champ) || champ < lo || champ > hi) return RejeterChamp(journal, tete, texte);
   return true;

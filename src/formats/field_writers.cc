@@ -7,16 +7,26 @@
 namespace quillon {
 namespace {
 
-constexpr auto kMsgTheme = Ansi(u8"Problème lors de l'écriture du thème");
-constexpr auto kMsgThemeMD01 = Ansi(u8"Problème lors de l'écriture du thème, ce thème n'est pas supporté");
-constexpr auto kMsgCommune = Ansi(u8"Problème lors de l'écriture du numéro de commune");
-constexpr auto kMsgPlan = Ansi(u8"Problème lors de l'écriture du numéro de plan");
-constexpr auto kMsgNumeroPoint = Ansi(u8"Problème lors de l'écriture du numéro de point");
-constexpr auto kMsgNature = Ansi(u8"Problème lors de l'écriture de la nature");
-constexpr auto kMsgPrecFiabMD01 = Ansi(u8"Problème lors de l'écriture des champs Precxxxx et Fiabxxxx");
-constexpr auto kMsgY = Ansi(u8"Problème lors de l'écriture de la coordonnée Y");
-constexpr auto kMsgX = Ansi(u8"Problème lors de l'écriture de la coordonnée X");
-constexpr auto kMsgAltitude = Ansi(u8"Problème lors de l'écriture de l'altitude");
+constexpr auto kMsgThemeTexte = Ansi(u8"Problème lors de l'écriture du thème");
+constexpr MessageChamp kMsgTheme{ChampPoint::Theme, kMsgThemeTexte};
+constexpr auto kMsgThemeMD01Texte = Ansi(u8"Problème lors de l'écriture du thème, ce thème n'est pas supporté");
+constexpr MessageChamp kMsgThemeMD01{ChampPoint::Theme, kMsgThemeMD01Texte};
+constexpr auto kMsgCommuneTexte = Ansi(u8"Problème lors de l'écriture du numéro de commune");
+constexpr MessageChamp kMsgCommune{ChampPoint::Commune, kMsgCommuneTexte};
+constexpr auto kMsgPlanTexte = Ansi(u8"Problème lors de l'écriture du numéro de plan");
+constexpr MessageChamp kMsgPlan{ChampPoint::Plan, kMsgPlanTexte};
+constexpr auto kMsgNumeroPointTexte = Ansi(u8"Problème lors de l'écriture du numéro de point");
+constexpr MessageChamp kMsgNumeroPoint{ChampPoint::NumeroPoint, kMsgNumeroPointTexte};
+constexpr auto kMsgNatureTexte = Ansi(u8"Problème lors de l'écriture de la nature");
+constexpr MessageChamp kMsgNature{ChampPoint::Nature, kMsgNatureTexte};
+constexpr auto kMsgPrecFiabMD01Texte = Ansi(u8"Problème lors de l'écriture des champs Precxxxx et Fiabxxxx");
+constexpr MessageChamp kMsgPrecFiabMD01{ChampPoint::PrecPlan, kMsgPrecFiabMD01Texte};
+constexpr auto kMsgYTexte = Ansi(u8"Problème lors de l'écriture de la coordonnée Y");
+constexpr MessageChamp kMsgY{ChampPoint::CoordY, kMsgYTexte};
+constexpr auto kMsgXTexte = Ansi(u8"Problème lors de l'écriture de la coordonnée X");
+constexpr MessageChamp kMsgX{ChampPoint::CoordX, kMsgXTexte};
+constexpr auto kMsgAltitudeTexte = Ansi(u8"Problème lors de l'écriture de l'altitude");
+constexpr MessageChamp kMsgAltitude{ChampPoint::Altitude, kMsgAltitudeTexte};
 
 // The two-digit code of a theme that the value and precision files know.
 bool AjouterCodeTheme(LigneCible& ligne, int32_t theme) {
@@ -44,15 +54,15 @@ bool EcrireEntierADroite(LigneCible& ligne, int64_t valeur, std::size_t largeur)
   return PlacerEntierDiese(valeur, zone.data(), zone.size());
 }
 
-bool EcrireCoordonnee(LigneCible& ligne, double valeur, std::string_view message, Journal& journal) {
+bool EcrireCoordonnee(LigneCible& ligne, double valeur, const MessageChamp& message, Journal& journal) {
   if (!EcrireNombreADroite(ligne, valeur, 3, 11)) return EchecEcriture(journal, message);
   return true;
 }
 
 }  // namespace
 
-bool EchecEcriture(Journal& journal, std::string_view message) {
-  journal.ErreurEcriture(message);
+bool EchecEcriture(Journal& journal, const MessageChamp& message) {
+  journal.ErreurEcriture(Numero(message.champ), message.texte);
   return false;
 }
 

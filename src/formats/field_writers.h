@@ -11,11 +11,19 @@
 
 #include "io/journal.h"
 #include "formats/target_line.h"
+#include "model/point.h"
 
 namespace quillon {
 
+// A writer's message, and the field it is about: what the log is told
+// along with a field that cannot be written.
+struct MessageChamp {
+  ChampPoint champ;
+  std::string_view texte;
+};
+
 // Logs a writing error; returns false.
-bool EchecEcriture(Journal& journal, std::string_view message);
+bool EchecEcriture(Journal& journal, const MessageChamp& message);
 
 bool EcrireThemePtVal(LigneCible& ligne, int32_t theme, Journal& journal);
 // With `substitution` set (blank theme, nature 5 or 6) the theme group is

@@ -8,7 +8,7 @@ namespace {
 
 constexpr auto kAuMillimetre = Ansi(u8"' doit être au millimètre");
 
-bool LireCoordonneePtDC(std::string_view ligne, std::size_t premiere, double& champ, std::string_view tete,
+bool LireCoordonneePtDC(std::string_view ligne, std::size_t premiere, double& champ, const TeteChamp& tete,
                         Journal& journal) {
   const std::string_view texte = Rogner(Colonnes(ligne, premiere, 10));
   if (texte.size() != 10) return RejeterChamp(journal, tete, texte, kAuMillimetre);

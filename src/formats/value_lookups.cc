@@ -9,17 +9,23 @@
 namespace quillon {
 namespace {
 
-constexpr auto kThemePrecNonSupporte =
-    Ansi(u8"Problème lors de l'écriture des champs PrecPlan et FiabPlan: thème non supporté");
-constexpr auto kRienPF = Ansi(u8"Aucunes PrecPlan, FiabPlan, PrecAlt, FiabAlt définies pour cette valeur");
-constexpr auto kRienPlan = Ansi(u8"Aucunes PrecPlan, FiabPlan définies pour cette valeur");
-constexpr auto kThemeValeurNonSupporte = Ansi(u8"Problème lors de l'écriture du champ Valeur: thème non supporté");
-constexpr auto kMsgValeur = Ansi(u8"Problème lors de l'écriture du champ Valeur");
-constexpr auto kAucuneValeur = Ansi(u8"Aucune Valeur ne correspond à ces PrecPlan FiabPlan");
+constexpr auto kThemePrecNonSupporteTexte = Ansi(u8"Problème lors de l'écriture des champs PrecPlan et FiabPlan: thème non supporté");
+constexpr MessageChamp kThemePrecNonSupporte{ChampPoint::PrecPlan, kThemePrecNonSupporteTexte};
+constexpr auto kRienPFTexte = Ansi(u8"Aucunes PrecPlan, FiabPlan, PrecAlt, FiabAlt définies pour cette valeur");
+constexpr MessageChamp kRienPF{ChampPoint::PrecPlan, kRienPFTexte};
+constexpr auto kRienPlanTexte = Ansi(u8"Aucunes PrecPlan, FiabPlan définies pour cette valeur");
+constexpr MessageChamp kRienPlan{ChampPoint::PrecPlan, kRienPlanTexte};
+constexpr auto kThemeValeurNonSupporteTexte = Ansi(u8"Problème lors de l'écriture du champ Valeur: thème non supporté");
+constexpr MessageChamp kThemeValeurNonSupporte{ChampPoint::Valeur, kThemeValeurNonSupporteTexte};
+constexpr auto kMsgValeurTexte = Ansi(u8"Problème lors de l'écriture du champ Valeur");
+constexpr MessageChamp kMsgValeur{ChampPoint::Valeur, kMsgValeurTexte};
+constexpr auto kAucuneValeurTexte = Ansi(u8"Aucune Valeur ne correspond à ces PrecPlan FiabPlan");
+constexpr MessageChamp kAucuneValeur{ChampPoint::Valeur, kAucuneValeurTexte};
 constexpr auto kNotePF = Ansi(
     u8"Comme il s'agit vraisemblablement d'un PFP1 ou PFP2, la ligne a cependant été transférée avec une valeur = 11");
 constexpr auto kNote99 = Ansi(u8"La ligne a cependant été transférée avec une valeur = 99");
-constexpr auto kIncoherent = Ansi(u8"Le couple PrecPlan-FiabPlan n'est pas cohérent");
+constexpr auto kIncoherentTexte = Ansi(u8"Le couple PrecPlan-FiabPlan n'est pas cohérent");
+constexpr MessageChamp kIncoherent{ChampPoint::FiabPlan, kIncoherentTexte};
 constexpr auto kTransferee = Ansi(u8"La ligne a cependant été transférée");
 
 
@@ -34,7 +40,7 @@ const PrecFiabValeur* Ligne(const TableValeurs& table, int16_t valeur, int16_t e
 }
 
 bool PrecFiabPlan(const TableValeurs& table, TextesPrecFiab& textes, int16_t valeur, int16_t echelle,
-                  std::string_view rien, Journal& journal) {
+                  const MessageChamp& rien, Journal& journal) {
   double precision;
   const PrecFiabValeur* ligne = Ligne(table, valeur, echelle, precision);
   if (ligne == nullptr) return EchecEcriture(journal, rien);
@@ -52,14 +58,14 @@ bool Valeur(const TableValeurs& table, TexteValeur& texte, double precPlan, int3
   if (code == 0) {
     texte.Placer(repli);
     EchecEcriture(journal, kAucuneValeur);
-    journal.NoteEcriture(note);
+    journal.NoteEcriture(Numero(ChampPoint::Valeur), note);
     return false;
   }
   PlacerEntierDiese(code, texte.octets, sizeof texte.octets);  // a found code is never 0
   const bool fiable = fiabPlan == kOui;
   if (fiable != table[code].FiabPlan) {
     EchecEcriture(journal, kIncoherent);
-    journal.NoteEcriture(kTransferee);
+    journal.NoteEcriture(Numero(ChampPoint::FiabPlan), kTransferee);
     return false;
   }
   return true;

@@ -61,8 +61,7 @@ void Journal::EcrireLog(bool Lecture, bool AvecLigne, bool AvecPrefixe, bool Com
 void Journal::Prevenir(bool Lecture, bool AvecPrefixe, bool CompterErreur,
                        std::initializer_list<std::string_view> Message) {
   if (ecouteur_ == nullptr || !AvecPrefixe) return;
-  if (CompterErreur) ecouteur_->ChampRejete(Lecture, Message);
-  else ecouteur_->Note(Lecture, Message);
+  ecouteur_->Message({Lecture, CompterErreur, champ_, Message});
 }
 
 bool Journal::FermerLog() {

@@ -15,15 +15,25 @@
 
 namespace quillon {
 
-// Who hears of each rejected field as it is logged (a run's report): the
-// message in the pieces the log writes, after "LECTURE: ligne N: " or
-// "ECRITURE: ligne N: ".
+// A message as the log writes it after "LECTURE: ligne N: " or
+// "ECRITURE: ligne N: ", in the pieces the log writes one after the other:
+// whether it is about the source or the target, whether it is counted as an
+// error (the note after one is not), and the field it is about, by the
+// number its reader or writer gives it (ChampPoint, model/point.h).
+struct MessageJournal {
+  bool lecture = true;
+  bool erreur = true;
+  uint8_t champ = 0;
+  std::initializer_list<std::string_view> morceaux;
+};
+
+// Who hears of each message as it is logged (a run's observers), and of a
+// line left out.
 class EcouteurJournal {
  public:
   virtual ~EcouteurJournal() = default;
-  virtual void ChampRejete(bool lecture, std::initializer_list<std::string_view> message) = 0;
-  // A note the log writes after a message, uncounted, in the same form.
-  virtual void Note(bool /*lecture*/, std::initializer_list<std::string_view> /*message*/) {}
+  virtual void Message(const MessageJournal& message) = 0;
+  virtual void LigneIgnoree() {}
 };
 
 class Journal {
@@ -44,7 +54,10 @@ class Journal {
   void SuivreLignes(const int64_t* compteur) { compteur_ = compteur; }
   void UtiliserSysteme(SystemeFichiers& systeme) { systeme_ = &systeme; }
 
-  void CompterLigneIgnoree() { ++NbLignesIgnorees; }
+  void CompterLigneIgnoree() {
+    ++NbLignesIgnorees;
+    if (ecouteur_ != nullptr) ecouteur_->LigneIgnoree();
+  }
   // The listener of rejected fields, or null.
   void Ecouter(EcouteurJournal* ecouteur) { ecouteur_ = ecouteur; }
   // A log that counts and tells its listener but never writes a file: a
@@ -53,14 +66,24 @@ class Journal {
 
   // What the readers, the writers and the runs write, each a named call over
   // EcrireLog:
-  // a rejected field of the source line, "LECTURE: ligne N: " and the
-  // message's pieces one after the other; one more reading error;
-  void ErreurLecture(std::initializer_list<std::string_view> message) { EcrireLog(true, true, true, true, message); }
+  // a rejected field of the source line (`champ`: the field's number),
+  // "LECTURE: ligne N: " and the message's pieces one after the other; one
+  // more reading error;
+  void ErreurLecture(uint8_t champ, std::initializer_list<std::string_view> message) {
+    champ_ = champ;
+    EcrireLog(true, true, true, true, message);
+  }
   // a field that cannot be written, "ECRITURE: ligne N: " and the message;
   // one more writing error;
-  void ErreurEcriture(std::string_view message) { EcrireLog(false, true, true, true, {message}); }
+  void ErreurEcriture(uint8_t champ, std::string_view message) {
+    champ_ = champ;
+    EcrireLog(false, true, true, true, {message});
+  }
   // a note after a writing error, in the same form, not counted;
-  void NoteEcriture(std::string_view message) { EcrireLog(false, true, true, false, {message}); }
+  void NoteEcriture(uint8_t champ, std::string_view message) {
+    champ_ = champ;
+    EcrireLog(false, true, true, false, {message});
+  }
   // the source line that a line reader rejected or a line writer could not
   // convert, exactly as read;
   void LigneSource(std::string_view ligne) { EcrireLog(true, false, false, false, {ligne}); }
@@ -104,6 +127,7 @@ class Journal {
   const FluxTexte* cible_ = nullptr;
   const int64_t* compteur_ = nullptr;
   EcouteurJournal* ecouteur_ = nullptr;
+  uint8_t champ_ = 0;  // the field of the message being written
   bool sansFichier_ = false;
   std::optional<ErreurFatale> echec_;
 };

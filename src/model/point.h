@@ -31,6 +31,36 @@ struct Point {
   int32_t FiabAlt = 0;      // 1 "O", 2 "N", 0 never set
 };
 
+// The fields of a point line, for whoever must tell which of them a reader
+// rejected or a writer could not write: a bit each in ChampsPoint. The log
+// hears them by number (Journal's `champ`).
+enum class ChampPoint : uint8_t {
+  Theme,
+  Commune,
+  Plan,
+  NumeroPoint,
+  Nature,
+  FichePFP3,
+  Fiabilite,
+  Valeur,
+  CoordY,
+  CoordX,
+  Altitude,
+  Commentaire,
+  Type,
+  PrecPlan,
+  FiabPlan,
+  PrecAlt,
+  FiabAlt,
+};
+using ChampsPoint = uint32_t;
+constexpr ChampsPoint Bit(ChampPoint champ) { return ChampsPoint{1} << static_cast<int>(champ); }
+constexpr uint8_t Numero(ChampPoint champ) { return static_cast<uint8_t>(champ); }
+// The point's identity, and its place.
+constexpr ChampsPoint kIdentitePoint =
+    Bit(ChampPoint::Theme) | Bit(ChampPoint::Commune) | Bit(ChampPoint::Plan) | Bit(ChampPoint::NumeroPoint);
+constexpr ChampsPoint kCoordonneesPoint = Bit(ChampPoint::CoordY) | Bit(ChampPoint::CoordX);
+
 // Yes/no codes of FichePFP3, FiabPlan and FiabAlt.
 inline constexpr int32_t kOui = 1;
 inline constexpr int32_t kNon = 2;

@@ -3,17 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
-#include "formats/field_readers.h"
 
 namespace quillon {
-namespace {
-
-bool TeteIdentite(std::string_view tete) {
-  return tete == kTeteTheme.vue() || tete == kTeteCommune.vue() || tete == kTetePlan.vue() ||
-         tete == kTeteNumeroPoint.vue();
-}
-
-}  // namespace
 
 void Collecte::Debut() {
   lignes_.clear();
@@ -21,33 +12,37 @@ void Collecte::Debut() {
   sources_.clear();
   textes_.clear();
   tailleSources_ = 0;
-  messagesVus_ = 0;
-  identiteRejetee_ = false;
+  tronques_ = {};
 }
 
 uint16_t Collecte::Interner(std::string_view texte) {
   const auto trouve = indexFixes_.find(std::string(texte));
   if (trouve != indexFixes_.end()) return trouve->second;
-  if (fixes_.size() >= 0xFFFF) return 0;  // never with the runs' own messages
+  if (fixes_.size() >= 0xFFFF) {  // never with the runs' own messages
+    ++tronques_.fixes;
+    return 0;
+  }
   const auto index = static_cast<uint16_t>(fixes_.size());
   fixes_.emplace_back(texte);
   indexFixes_.emplace(texte, index);
   return index;
 }
 
-void Collecte::ChampRejete(bool lecture, std::initializer_list<std::string_view> message) {
+// A rejected field's message: its head and end kept once, its text in the
+// pool (200 bytes of it at most).
+void Collecte::Retenir(const MessageLigne& message) {
   if (fixes_.empty()) Interner("");
   MessageCollecte m;
-  m.lecture = lecture;
-  const std::string_view* morceau = message.begin();
-  m.tete = Interner(message.size() > 0 ? morceau[0] : "");
-  if (message.size() > 1) {
-    const std::string_view texte = morceau[1].substr(0, 200);
+  m.lecture = message.lecture;
+  m.tete = Interner(message.nombre > 0 ? message.morceaux[0] : "");
+  if (message.nombre > 1) {
+    const std::string_view texte = message.morceaux[1].substr(0, kLongueurTexte);
+    if (texte.size() < message.morceaux[1].size()) ++tronques_.textes;
     m.debutTexte = textes_.Garder(texte);
+    if (m.debutTexte == PoolTextes::kAucun && !texte.empty()) ++tronques_.pool;
     m.longueurTexte = static_cast<uint16_t>(texte.size());
   }
-  if (message.size() > 2) m.fin = Interner(morceau[2]);
-  if (lecture && TeteIdentite(morceau[0])) identiteRejetee_ = true;
+  if (message.nombre > 2) m.fin = Interner(message.morceaux[2]);
   m.ligne = static_cast<uint32_t>(lignes_.size());
   messages_.push_back(m);
 }
@@ -55,7 +50,7 @@ void Collecte::ChampRejete(bool lecture, std::initializer_list<std::string_view>
 void Collecte::Ligne(const LigneObservee& vue) {
   const Point& p = *vue.point;
   LigneCollectee l;
-  if (vue.coordonnees) {
+  if (vue.Coordonnees()) {
     l.y = p.CoordY;
     l.x = p.CoordX;
     l.drapeaux |= LigneCollectee::kCoordonnees;
@@ -68,19 +63,29 @@ void Collecte::Ligne(const LigneObservee& vue) {
   l.plan = p.NoPlan;
   l.theme = static_cast<uint8_t>(std::clamp(p.Theme, 0, 255));
   l.nature = static_cast<uint8_t>(std::clamp(p.Nature, 0, 255));
-  if (!identiteRejetee_) l.drapeaux |= LigneCollectee::kIdentite;
+  if (vue.Identite()) l.drapeaux |= LigneCollectee::kIdentite;
   l.drapeaux |= static_cast<uint8_t>(static_cast<uint8_t>(vue.issue) << 2);
-  // The messages heard since the line before are this line's.
-  l.premierMessage = static_cast<uint32_t>(messagesVus_);
-  messagesVus_ = messages_.size();
-  identiteRejetee_ = false;
-  if (vue.issue == IssueLigne::Rejetee && tailleSources_ < kTailleSources) {
-    const std::string_view texte = vue.texte.substr(0, kLongueurSource);
-    sources_.push_back(
-        {static_cast<uint32_t>(lignes_.size()), textes_.Garder(texte), static_cast<uint32_t>(texte.size())});
-    tailleSources_ += texte.size();
+  l.premierMessage = static_cast<uint32_t>(messages_.size());
+  for (const MessageLigne& m : vue.messages) {
+    if (m.erreur) Retenir(m);
   }
+  if (vue.issue == IssueLigne::Rejetee) GarderSource(vue.texte);
   lignes_.push_back(l);
+}
+
+// The rejected source line, its first kLongueurSource bytes, while the
+// lines kept stay within kTailleSources.
+void Collecte::GarderSource(std::string_view ligne) {
+  if (tailleSources_ >= kTailleSources) {
+    ++tronques_.sources;
+    return;
+  }
+  const std::string_view texte = ligne.substr(0, kLongueurSource);
+  if (texte.size() < ligne.size()) ++tronques_.textes;
+  const uint32_t debut = textes_.Garder(texte);
+  if (debut == PoolTextes::kAucun && !texte.empty()) ++tronques_.pool;
+  sources_.push_back({static_cast<uint32_t>(lignes_.size()), debut, static_cast<uint32_t>(texte.size())});
+  tailleSources_ += texte.size();
 }
 
 std::size_t Collecte::FinMessages(std::size_t i) const {

@@ -46,10 +46,18 @@ struct MessageCollecte {
   uint32_t ligne = 0;  // its line's index
 };
 
+// What could not be kept whole, counted, so that the report can say so: a
+// field's text cut to kLongueurTexte bytes or a source line to
+// kLongueurSource, rejected lines past kTailleSources, texts that the pool
+// could not hold, message heads past the 65,535 kept.
+struct Tronques {
+  int64_t textes = 0, sources = 0, pool = 0, fixes = 0;
+  int64_t Total() const { return textes + sources + pool + fixes; }
+};
+
 class Collecte : public ObservateurExecution {
  public:
   void Debut() override;
-  void ChampRejete(bool lecture, std::initializer_list<std::string_view> message) override;
   void Ligne(const LigneObservee& ligne) override;
 
   // Makes the next block of records ready, from another thread that knows
@@ -78,22 +86,26 @@ class Collecte : public ObservateurExecution {
   const Blocs<Source>& Sources() const { return sources_; }
   std::string_view TexteSource(const Source& s) const { return Texte(s.debut, s.longueur); }
 
+  const Tronques& Tronquages() const { return tronques_; }
+
+  static constexpr std::size_t kLongueurTexte = 200;
   static constexpr std::size_t kLongueurSource = 400;
   static constexpr std::size_t kTailleSources = 32u << 20;  // the rejected lines' texts at most
 
  private:
   std::string_view Texte(uint32_t debut, std::size_t longueur) const { return textes_.Texte(debut, longueur); }
   uint16_t Interner(std::string_view texte);
+  void Retenir(const MessageLigne& message);
+  void GarderSource(std::string_view ligne);
 
   Blocs<LigneCollectee> lignes_;
   Blocs<MessageCollecte> messages_;
   Blocs<Source> sources_;
   PoolTextes textes_;  // fields' texts, source lines
   std::size_t tailleSources_ = 0;
-  std::size_t messagesVus_ = 0;
+  Tronques tronques_;
   std::vector<std::string> fixes_;  // heads and ends of messages, each once
   std::unordered_map<std::string, uint16_t> indexFixes_;
-  bool identiteRejetee_ = false;
 };
 
 }  // namespace quillon

@@ -23,9 +23,6 @@ class CollecteControlee : public ObservateurExecution {
   ~CollecteControlee() override;
 
   void Debut() override;
-  void ChampRejete(bool lecture, std::initializer_list<std::string_view> message) override {
-    collecte_.ChampRejete(lecture, message);
-  }
   void Ligne(const LigneObservee& ligne) override;
 
   // Once the run is over: the checks of every line collected.

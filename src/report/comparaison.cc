@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstring>
 
+#include "conversion/observer.h"
 #include "formats/ptp_format.h"
 #include "formats/pts_format.h"
 #include "formats/ptv_format.h"
@@ -21,16 +22,6 @@ namespace {
 // Below any resolution of the files: a move of exactly the tolerance is no
 // move, whatever the rounding of the differences.
 constexpr double kEpsilon = 1e-6;
-
-// Gathers the messages of the line being read.
-class EcouteRejets : public EcouteurJournal {
- public:
-  std::string messages;
-  void ChampRejete(bool, std::initializer_list<std::string_view> message) override {
-    if (!messages.empty()) messages += "; ";
-    for (const std::string_view morceau : message) messages += morceau;
-  }
-};
 
 std::string_view Rogne(std::string_view t) {
   while (!t.empty() && t.front() == ' ') t.remove_prefix(1);
@@ -94,8 +85,8 @@ bool Lire(FichierCompare& f, const ReglagesComparaison& r, bool enPrecisions, in
   Journal journal;  // the readers' messages, heard, never written
   journal.SansFichier();
   journal.SuivreLignes(flux.CompteurLignes());
-  EcouteRejets ecoute;
-  journal.Ecouter(&ecoute);
+  RecueilLigne recueil;
+  journal.Ecouter(&recueil);
   Journal muet;  // the lookups' messages: the comparison says it otherwise
   muet.SansFichier();
   const int32_t groupeDC = r.groupeTheme != 0 ? r.groupeTheme : kGroupeCS;
@@ -105,7 +96,7 @@ bool Lire(FichierCompare& f, const ReglagesComparaison& r, bool enPrecisions, in
   uint32_t numero = 0;
   while (!flux.AtEndOfStream() && flux.ReadLine(ligne)) {
     ++numero;
-    ecoute.messages.clear();
+    recueil.Effacer();
     bool lue = false;
     switch (f.sorte) {
       case SorteFichier::Valeur:
@@ -119,7 +110,9 @@ bool Lire(FichierCompare& f, const ReglagesComparaison& r, bool enPrecisions, in
         break;
     }
     if (!lue) {
-      f.rejets.push_back({numero, ecoute.messages, std::string(ligne.substr(0, 400))});
+      std::string messages;  // "; " between two, without their "LECTURE: "
+      AjouterMessages(messages, recueil.Messages(), "; ", false);
+      f.rejets.push_back({numero, std::move(messages), std::string(ligne.substr(0, 400))});
       continue;
     }
     PointCompare c = Compacter(point, numero);
