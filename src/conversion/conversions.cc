@@ -226,6 +226,24 @@ const char* NomConversion(Conversion conversion) {
   return "";
 }
 
+std::string TexteOptions(Conversion conversion, const OptionsConversion& options, bool verification) {
+  std::string texte;
+  const auto ajouter = [&](std::string_view mot, std::string_view valeur) {
+    texte.append(texte.empty() ? "" : ", ").append(mot).append(valeur);
+  };
+  const std::size_t echelle = static_cast<std::size_t>(options.classeEchelle);
+  if (conversion == Conversion::ValEnPrecFiab && echelle >= 1 && echelle <= kMotsEchelle.size()) {
+    ajouter("échelle ", kMotsEchelle[echelle - 1]);
+  }
+  const std::size_t groupe = static_cast<std::size_t>(options.groupeTheme - kGroupeCS);
+  if ((conversion == Conversion::ValEnPrecFiab || conversion == Conversion::DCEnVal) && options.groupeTheme >= kGroupeCS &&
+      groupe < kMotsTheme.size()) {
+    ajouter("thème ", kMotsTheme[groupe]);
+  }
+  if (verification) ajouter("vérification seule", "");
+  return texte;
+}
+
 bool Convertir(ReglagesExecution& reglages, Conversion conversion, const OptionsConversion& options) {
   switch (conversion) {
     case Conversion::ValEnPrecFiab:

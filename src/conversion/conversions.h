@@ -9,6 +9,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "conversion/run_settings.h"
@@ -32,6 +33,11 @@ struct OptionsConversion {
   int16_t classeEchelle = 0;
   int32_t groupeTheme = 0;
 };
+
+// The options of a run as a report states them (UTF-8): "échelle 1000,
+// thème CS", only those the conversion uses, and ", vérification seule"
+// for a check that writes no target; empty when there is none.
+std::string TexteOptions(Conversion conversion, const OptionsConversion& options, bool verification = false);
 
 // The one entry point of the front ends: runs `conversion` with the run
 // settings as they are, and returns as the run below does.

@@ -170,4 +170,14 @@ bool FermerFichier(FluxTexte& flux) { return flux.Close(); }
 
 void AbandonnerFichier(FluxTexte& flux) { flux.Abandonner(); }
 
+bool EcrireFichier(SystemeFichiers& systeme, const std::string& chemin, std::string_view octets) {
+  const std::unique_ptr<SupportFichier> fichier = systeme.CreerEcriture(chemin, {});
+  if (fichier == nullptr) return false;
+  if (!fichier->Ecrire(octets.data(), octets.size())) {
+    fichier->Abandonner();
+    return false;
+  }
+  return fichier->Fermer();
+}
+
 }  // namespace quillon

@@ -95,4 +95,9 @@ bool FermerFichier(FluxTexte& flux);
 // Closes without putting a written file in place (a failed run).
 void AbandonnerFichier(FluxTexte& flux);
 
+// Writes a whole file at once (a report, an index) through the file service,
+// replacing the file of that name only once written, as the targets are: a
+// failure or a stop while it writes leaves the previous file as it was.
+bool EcrireFichier(SystemeFichiers& systeme, const std::string& chemin, std::string_view octets);
+
 }  // namespace quillon

@@ -24,19 +24,6 @@ std::string TexteBilan(const std::array<std::string, 4>& lignes) {
 }
 
 // The words of the options that the conversion takes.
-std::string TexteOptions(Conversion conversion, const OptionsConversion& options) {
-  std::string texte;
-  if (conversion == Conversion::ValEnPrecFiab && options.classeEchelle >= 1 &&
-      options.classeEchelle <= static_cast<int16_t>(kMotsEchelle.size())) {
-    texte += "échelle " + std::string(kMotsEchelle[options.classeEchelle - 1]);
-  }
-  if ((conversion == Conversion::ValEnPrecFiab || conversion == Conversion::DCEnVal) &&
-      options.groupeTheme >= kGroupeCS && options.groupeTheme < kGroupeCS + static_cast<int32_t>(kMotsTheme.size())) {
-    texte += (texte.empty() ? "thème " : ", thème ") + std::string(kMotsTheme[options.groupeTheme - kGroupeCS]);
-  }
-  return texte;
-}
-
 // The name picked without the format's extension (in any case), if it ends
 // with it.
 std::string SansExtension(std::string nom, std::string_view extension) {
@@ -53,16 +40,6 @@ std::string SansExtension(std::string nom, std::string_view extension) {
 
 // The name without its folder.
 std::string NomSeul(const std::string& chemin) { return chemin.substr(chemin.find_last_of("/\\") + 1); }
-
-bool EcrireFichier(SystemeFichiers& systeme, const std::string& chemin, const std::string& octets) {
-  const std::unique_ptr<SupportFichier> fichier = systeme.CreerEcriture(chemin, {});
-  if (fichier == nullptr) return false;
-  if (!fichier->Ecrire(octets.data(), octets.size())) {
-    fichier->Abandonner();
-    return false;
-  }
-  return fichier->Fermer();
-}
 
 // A report written into the user's temporary folder and opened in the
 // browser; a box tells when either cannot be done.

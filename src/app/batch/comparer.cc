@@ -43,14 +43,14 @@ int ExecuterComparaison(const OptionsLot& options) {
     const std::string json = JsonComparaison(c, code);
     if (jsonSeul) {
       EcrireSortieBrute(json);
-    } else if (!EcrireFichierEntier(*options.rapportJson, json)) {
+    } else if (!EcrireFichier(*options.systeme, *options.rapportJson, json)) {
       EcrireErreur(Utf8VersCp1252("quillon-lot : le rapport " + *options.rapportJson + " ne peut pas être écrit") +
                    std::string(FinLigne()));
       code = kSortieEchec;
     }
   }
   if (!options.dossierRapport.empty() &&
-      !EcrireFichierEntier(options.dossierRapport, RapportComparaisonHtml(c, "quillon-lot", DateHeureJournal()))) {
+      !EcrireFichier(*options.systeme, options.dossierRapport, RapportComparaisonHtml(c, "quillon-lot", DateHeureJournal()))) {
     EcrireErreur(Utf8VersCp1252("quillon-lot : le rapport " + options.dossierRapport + " ne peut pas être écrit") +
                  std::string(FinLigne()));
     code = kSortieEchec;

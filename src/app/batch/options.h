@@ -38,6 +38,9 @@ struct OptionsLot {
   // (dossierRapport) is then the HTML file.
   bool comparer = false;
   double toleranceAltitude = 0.01;  // metres
+  // The files every run, report and export goes through: the machine's,
+  // or the tests' own.
+  SystemeFichiers* systeme = &SystemeFichiersReel();
 };
 
 // The options read, or the usage error to show.

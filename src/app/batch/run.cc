@@ -15,18 +15,6 @@ namespace quillon::lot {
 namespace {
 
 // The words of the options that the conversion took.
-std::string TexteOptions(const OptionsLot& options, Conversion conversion, int32_t groupe) {
-  std::string texte;
-  if (conversion == Conversion::ValEnPrecFiab && options.classeEchelle != 0) {
-    texte += "échelle " + std::string(kMotsEchelle[options.classeEchelle - 1]);
-  }
-  if ((conversion == Conversion::ValEnPrecFiab || conversion == Conversion::DCEnVal) && groupe != 0) {
-    texte += (texte.empty() ? "" : ", ") + std::string("thème ") + std::string(kMotsTheme[groupe - kGroupeCS]);
-  }
-  if (options.verification) texte += texte.empty() ? "vérification seule" : ", vérification seule";
-  return texte;
-}
-
 // The folder of a file to write under the output folder.
 void CreerDossierDe(const std::string& chemin) {
   std::error_code ec;
@@ -40,6 +28,7 @@ DemandeExport Demande(const FichierLot& fichier, const OptionsLot& options, cons
   demande.source = fichier.source;
   demande.conversion = fichier.conversion;
   demande.options = conversion;
+  demande.systeme = options.systeme;
   demande.base = fichier.exports.front().substr(0, fichier.exports.front().find_last_of('.'));
   demande.formats = options.exports;
   demande.epsg = options.epsg;
@@ -71,16 +60,6 @@ std::size_t LignesAttendues(const std::string& source) {
 
 }  // namespace
 
-bool EcrireFichierEntier(const std::string& chemin, std::string_view octets) {
-  const std::unique_ptr<SupportFichier> fichier = SystemeFichiersReel().CreerEcriture(chemin, {});
-  if (fichier == nullptr) return false;
-  if (!fichier->Ecrire(octets.data(), octets.size())) {
-    fichier->Abandonner();
-    return false;
-  }
-  return fichier->Fermer();
-}
-
 const char* MotIssue(Issue issue) {
   switch (issue) {
     case Issue::Converti: return "converti";
@@ -107,10 +86,10 @@ ResultatFichier ConvertirFichier(const FichierLot& fichier, const OptionsLot& op
 
   // The batch goes on after a failure: the report gives its cause alone.
   AffichageRetenu affichage;
-  SystemeSansEcriture verification(SystemeFichiersReel(), fichier.cible);
+  SystemeSansEcriture verification(*options.systeme, fichier.cible);
   ReglagesExecution reglages;
   reglages.affichage = &affichage;
-  if (options.verification) reglages.systeme = &verification;
+  reglages.systeme = options.verification ? &verification : options.systeme;
   reglages.arret = arret;
   reglages.DefinirSource(fichier.source);
   reglages.journal.FichierLog.Nom = fichier.log;
@@ -168,7 +147,7 @@ ResultatFichier ConvertirFichier(const FichierLot& fichier, const OptionsLot& op
       entete.cible = options.verification ? std::string() : fichier.cible;
       entete.journal = fichier.log;
       entete.conversion = NomConversion(fichier.conversion);
-      entete.options = TexteOptions(options, fichier.conversion, groupe);
+      entete.options = TexteOptions(fichier.conversion, conversion, options.verification);
       entete.bilan = journal.Bilan();
       entete.verdict = !complete                                                   ? Verdict::Echec
                        : r.erreursLecture + r.erreursEcriture != 0 ? Verdict::Rejets
@@ -177,7 +156,7 @@ ResultatFichier ConvertirFichier(const FichierLot& fichier, const OptionsLot& op
       if (r.echec) entete.message = TexteEchec(*r.echec);
       if (r.exporte && r.epsg == 0) entete.avertissements.emplace_back(kSansSysteme);
       CreerDossierDe(fichier.rapport);
-      r.rapportEcrit = EcrireFichierEntier(fichier.rapport, RapportHtml(entete, collecte.Lignes(), *controles));
+      r.rapportEcrit = EcrireFichier(*options.systeme, fichier.rapport, RapportHtml(entete, collecte.Lignes(), *controles));
     }
   }
   return r;

@@ -38,10 +38,6 @@ struct ResultatFichier {
   int epsg = 0;                // their system, 0 when none could be told
 };
 
-// Writes a whole file, replacing it only once written, as the targets are:
-// a batch ended while it writes leaves the previous file as it was.
-bool EcrireFichierEntier(const std::string& chemin, std::string_view octets);
-
 // Converts one file as the console would, with the batch's options; in
 // check mode the target is never written. Looks at `arret` before each
 // line. Shares nothing with the runs of other threads. With --rapport or

@@ -62,12 +62,12 @@ class Avancement {
   std::chrono::steady_clock::time_point debut_ = std::chrono::steady_clock::now();
 };
 
-bool EcrireRapportJson(const std::string& chemin, const std::string& texte) {
+bool EcrireRapportJson(SystemeFichiers& systeme, const std::string& chemin, const std::string& texte) {
   if (chemin == "-") {
     EcrireSortieBrute(texte);  // UTF-8 already
     return true;
   }
-  return EcrireFichierEntier(chemin, texte);
+  return EcrireFichier(systeme, chemin, texte);
 }
 
 // DOSSIER/index.html: every file, its counts and checks, a link to its
@@ -91,8 +91,8 @@ bool EcrireIndex(const OptionsLot& options, const std::vector<FichierLot>& fichi
   }
   std::error_code ec;
   std::filesystem::create_directories(dossier, ec);
-  return EcrireFichierEntier(TexteChemin(dossier / "index.html"),
-                             IndexHtml("quillon-lot", DateHeureJournal(), lignes));
+  return EcrireFichier(*options.systeme, TexteChemin(dossier / "index.html"),
+                       IndexHtml("quillon-lot", DateHeureJournal(), lignes));
 }
 
 int Principal(int argc, char** argv) {
@@ -141,7 +141,7 @@ int Principal(int argc, char** argv) {
   const Totaux totaux = Additionner(resultats);
   int code = CodeSortie(totaux);
   if (!jsonSeul) EcrireConsole(LignesTotaux(totaux, FinLigne()));
-  if (json && !EcrireRapportJson(*options.rapportJson, RapportJson(liste.fichiers, resultats,
+  if (json && !EcrireRapportJson(*options.systeme, *options.rapportJson, RapportJson(liste.fichiers, resultats,
                                                                    options.verification, code))) {
     EcrireErreur(Utf8VersCp1252("quillon-lot : le rapport " + *options.rapportJson +
                                 " ne peut pas être écrit\n"));
