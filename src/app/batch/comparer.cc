@@ -1,5 +1,7 @@
 #include "app/batch/comparer.h"
 
+#include <filesystem>
+
 #include "app/batch/platform.h"
 #include "app/batch/report.h"
 #include "app/batch/run.h"
@@ -10,6 +12,19 @@
 #include "report/comparaison_rapports.h"
 
 namespace quillon::lot {
+namespace {
+
+// --rapport names the HTML file; an existing folder gets OLD-NEW.html, the
+// two names without their folders, as in a batch it gets the reports.
+std::string CheminRapport(const OptionsLot& options) {
+  const std::string& rapport = options.dossierRapport;
+  std::error_code ec;
+  if (!std::filesystem::is_directory(CheminNatif(rapport), ec)) return rapport;
+  const auto nom = [](const std::string& chemin) { return TexteChemin(CheminNatif(chemin).filename()); };
+  return TexteChemin(CheminNatif(rapport) / CheminNatif(nom(options.sources[0]) + "-" + nom(options.sources[1]) + ".html"));
+}
+
+}  // namespace
 
 int ExecuterComparaison(const OptionsLot& options) {
   for (const std::string& source : options.sources) {
@@ -26,7 +41,7 @@ int ExecuterComparaison(const OptionsLot& options) {
   reglages.groupeTheme = options.groupeTheme;
   Comparaison c;
   std::string erreur;
-  if (!Comparer(options.sources[0], options.sources[1], reglages, c, erreur)) {
+  if (!Comparer(options.sources[0], options.sources[1], reglages, c, erreur, *options.systeme)) {
     EcrireErreur("quillon-lot : " + erreur + std::string(FinLigne()));
     return kSortieEchec;
   }
@@ -49,9 +64,10 @@ int ExecuterComparaison(const OptionsLot& options) {
       code = kSortieEchec;
     }
   }
-  if (!options.dossierRapport.empty() &&
-      !EcrireFichier(*options.systeme, options.dossierRapport, RapportComparaisonHtml(c, "quillon-lot", DateHeureJournal()))) {
-    EcrireErreur(Utf8VersCp1252("quillon-lot : le rapport " + options.dossierRapport + " ne peut pas être écrit") +
+  const std::string rapport = options.dossierRapport.empty() ? std::string() : CheminRapport(options);
+  if (!rapport.empty() &&
+      !EcrireFichier(*options.systeme, rapport, RapportComparaisonHtml(c, "quillon-lot", DateHeureJournal()))) {
+    EcrireErreur(Utf8VersCp1252("quillon-lot : le rapport " + NomEnUtf8(rapport) + " ne peut pas être écrit") +
                  std::string(FinLigne()));
     code = kSortieEchec;
   }

@@ -246,7 +246,8 @@ Options :
       --json=FICHIER      rapport JSON dans FICHIER ; "-" : sur la sortie
                           standard, au lieu du rapport en texte
       --rapport=DOSSIER   un rapport de contrôle HTML par fichier dans
-                          DOSSIER, et DOSSIER/index.html
+                          DOSSIER, et DOSSIER/index.html (avec --comparer,
+                          un fichier : voir plus bas)
       --tolerance=METRES  distance sous laquelle deux points différents
                           sont signalés comme proches (0.01 par défaut)
       --exporter=LISTE    exporter aussi les points convertis et rejetés, à
@@ -300,7 +301,8 @@ dH, distance, champs changés (ou messages d'une ligne rejetée) ; puis une
 ligne de total par catégorie et la liste des champs comparés.
   --json=FICHIER          la même chose en JSON ("-" : sur la sortie standard)
   --rapport=FICHIER.html  un rapport HTML : les points des deux fichiers
-                          dessinés, les déplacements en flèches
+                          dessinés, les déplacements en flèches ; un
+                          dossier existant reçoit ANCIEN-NOUVEAU.html
 Codes de sortie : 0 aucune différence, 1 des différences, 2 un fichier
 illisible, 64 ligne de commande incorrecte.
 )";
