@@ -11,6 +11,14 @@
 #include "formats/target_line.h"
 
 namespace quillon {
+
+// Every build computes doubles as doubles, as the 64-bit programs do. In a
+// wider format (the x87 unit of 32-bit x86, without SSE2 arithmetic) a
+// result is rounded twice or kept wider than a double: a text read one unit
+// in the last place away, a tenth of the value tables that is not the
+// double read from a file.
+static_assert(FLT_EVAL_METHOD == 0, "doubles must be evaluated as doubles: -msse2 -mfpmath=sse on 32-bit x86");
+
 namespace {
 
 // A number read in one pass by the grammar of the files.
@@ -211,8 +219,6 @@ namespace {
 // close to a half this says no, and the general formatting decides.
 bool ArrondirRapide(double valeur, int decimales, int64_t& entier) {
   static constexpr double kEchelles[] = {1.0, 10.0, 100.0, 1000.0};
-  // Doubles evaluated in a wider format would round twice.
-  if constexpr (FLT_EVAL_METHOD != 0) return false;
   if (decimales < 1 || decimales > 3) return false;
   const double p = valeur * kEchelles[decimales];
   if (!(std::fabs(p) < 0x1p40)) return false;
