@@ -1,10 +1,10 @@
 # Quillon: make demo | make test | make bench | make fuzz [FUZZ_RUNS=N] | make sanitize
-#          make windows | make test-windows
+#          make windows | make test-windows | make test-32bits
 #          make package | make check-packages | make package-windows | make check-packages-windows
 BUILD ?= build
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 
-.PHONY: all deps build demo test bench fuzz sanitize windows test-windows clean \
+.PHONY: all deps build demo test bench fuzz sanitize windows test-windows test-32bits clean \
   package check-packages package-windows check-packages-windows
 
 all: build
@@ -83,6 +83,19 @@ test-windows: windows
 	@cmake --build $(BUILD) -j $(JOBS) --target quillon_e2e_tests quillon_generer
 	@tests/windows/run-tests.sh $(BUILD) $(BUILD)-win64 $(BUILD)-win32
 
+# The 32-bit Linux build (g++ -m32, SSE2 arithmetic as the i686 Windows
+# build), in $(BUILD)-32bits, against the 64-bit build: the e2e cases, the
+# sweep of the value lookups and number conversions, and generated files
+# (tests/32bits/run-tests.sh); the 64-bit programs built here if need be.
+test-32bits:
+	@scripts/install-deps.sh 32bits
+	@$(call configurer,-S . -B $(BUILD)-32bits -DCMAKE_BUILD_TYPE=Release \
+	  -DCMAKE_TOOLCHAIN_FILE=cmake/linux-i686.cmake -DQUILLON_UI=OFF -DQUILLON_TESTS=OFF)
+	@cmake --build $(BUILD)-32bits -j $(JOBS) --target quillon quillon-lot quillon_balayage
+	@test -f $(BUILD)/CMakeCache.txt || { $(call configurer,-S . -B $(BUILD) -DCMAKE_BUILD_TYPE=Release -DQUILLON_PGO=); }
+	@cmake --build $(BUILD) -j $(JOBS) --target quillon_e2e_tests quillon_generer quillon_balayage
+	@tests/32bits/run-tests.sh $(BUILD) $(BUILD)-32bits
+
 # The Debian packages of the build, quillon (the command-line programs) and
 # quillon-fenetres (the windowed program), in $(BUILD)/paquets.
 package: build
@@ -106,4 +119,5 @@ check-packages-windows: package-windows
 	@scripts/check-packages.sh windows $(BUILD)-windows $(BUILD)
 
 clean:
-	rm -rf $(BUILD) $(BUILD)-pgo $(BUILD)-asan $(BUILD)-fuzz $(BUILD)-win64 $(BUILD)-win32 $(BUILD)-windows
+	rm -rf $(BUILD) $(BUILD)-pgo $(BUILD)-asan $(BUILD)-fuzz $(BUILD)-win64 $(BUILD)-win32 $(BUILD)-windows \
+	  $(BUILD)-32bits

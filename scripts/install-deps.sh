@@ -10,6 +10,10 @@
 #   scripts/install-deps.sh package  the packaging tools as well: CPack's
 #                                    dpkg-shlibdeps, lintian, the desktop and
 #                                    AppStream validators, makensis, zip
+#   scripts/install-deps.sh 32bits   GCC's 32-bit libraries (g++-multilib), for
+#                                    the 32-bit Linux build that computes as
+#                                    the i686 Windows build does, and Debian's
+#                                    source of SQLite, which it compiles too
 set -eu
 
 # scdoc turns the manual pages into roff; man-db's man and lexgrog check them.
@@ -23,6 +27,7 @@ case "${1:-}" in
   fuzz) paquets="$paquets clang libclang-rt-14-dev" ;;
   windows) paquets="$paquets g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix googletest wine wine64 xvfb xdotool dpkg-dev tcl" ;;
   package) paquets="$paquets dpkg-dev file lintian desktop-file-utils appstream nsis zip unzip binutils" ;;
+  32bits) paquets="$paquets g++-multilib dpkg-dev tcl" ;;
 esac
 
 manquants=""
@@ -50,9 +55,11 @@ if ! locale -a 2>/dev/null | grep -qi '^fr_FR\.utf-\?8$'; then
   fi
 fi
 
-# The Windows build compiles SQLite from Debian's own source package, kept
-# in /usr/src/quillon-sqlite3 (the folder cmake/sqlite-mingw.cmake looks in).
-if [ "${1:-}" = windows ] && ! ls /usr/src/quillon-sqlite3/sqlite3-*/src/sqlite.h.in >/dev/null 2>&1; then
+# The Windows and 32-bit builds compile SQLite from Debian's own source
+# package, kept in /usr/src/quillon-sqlite3 (the folder
+# cmake/sqlite-source.cmake looks in); making its amalgamation takes tclsh.
+case "${1:-}" in windows | 32bits) sqlite_source=oui ;; *) sqlite_source=non ;; esac
+if [ $sqlite_source = oui ] && ! ls /usr/src/quillon-sqlite3/sqlite3-*/src/sqlite.h.in >/dev/null 2>&1; then
   if ! apt-cache showsrc sqlite3 >/dev/null 2>&1; then
     echo "install-deps: adding Debian's source entries"
     printf 'Types: deb-src\nURIs: http://deb.debian.org/debian\nSuites: bookworm bookworm-updates\nComponents: main\nSigned-By: /usr/share/keyrings/debian-archive-keyring.gpg\n\nTypes: deb-src\nURIs: http://deb.debian.org/debian-security\nSuites: bookworm-security\nComponents: main\nSigned-By: /usr/share/keyrings/debian-archive-keyring.gpg\n' |

@@ -43,7 +43,8 @@ std::vector<std::string> Mots(const std::vector<std::string>& arguments, const O
                               std::vector<std::string>& env) {
   const bool lot = options.programme == Programme::Lot;
   if (!SousWindows()) {
-    const char* programme = lot ? QUILLON_LOT_EXE : QUILLON_EXE;
+    const char* programme = lot ? Variable("QUILLON_LOT_EXE", QUILLON_LOT_EXE)
+                                : Variable("QUILLON_EXE", QUILLON_EXE);
     std::vector<std::string> mots = {baisser ? ProgrammeSansPrivileges(programme) : programme};
     mots.insert(mots.end(), arguments.begin(), arguments.end());
     return mots;

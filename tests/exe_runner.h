@@ -41,7 +41,9 @@ struct OptionsExe {
   std::string ligneCommande;
 };
 
-// The programs the runs start: those built for Linux, or, when the variable
+// The programs the runs start: those built for Linux beside this test program
+// (or others that the variables QUILLON_EXE and QUILLON_LOT_EXE name: the
+// 32-bit build), or, when the variable
 // QUILLON_EXE_WINDOWS names quillon.exe, that program and the quillon-lot.exe
 // beside it, under wine (QUILLON_WINE, "/usr/bin/wine" by default).
 // quillon.exe is started by quillon_lanceur.exe (QUILLON_LANCEUR) with the

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cfloat>
 #include <charconv>
 #include <cmath>
@@ -11,6 +12,14 @@
 #include "formats/target_line.h"
 
 namespace quillon {
+
+// Every build computes doubles as doubles, as the 64-bit programs do. In a
+// wider format (the x87 unit of 32-bit x86, without SSE2 arithmetic) a
+// result is rounded twice or kept wider than a double: a text read one unit
+// in the last place away, a tenth of the value tables that is not the
+// double read from a file.
+static_assert(FLT_EVAL_METHOD == 0, "doubles must be evaluated as doubles: -msse2 -mfpmath=sse on 32-bit x86");
+
 namespace {
 
 // A number read in one pass by the grammar of the files.
@@ -79,13 +88,19 @@ namespace {
 constexpr double kPuissancesDix[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
                                      1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
+// 2^52: below it, an integer n is the low bits of the double 2^52 + n.
+constexpr double kDeuxPuissance52 = 0x1p52;
+
 // The digits as an exact integer divided by an exact power of ten: one
 // correctly rounded division, so the double nearest to the text. Holds for
 // up to 15 digits, which every column of the files fits; longer numbers go
-// through the general conversion.
+// through the general conversion. The integer, below 2^50, becomes a double
+// through its bits: exact, and done by SSE2 on 32-bit x86 as well, which
+// converts no 64-bit integer itself.
 bool ConversionRapide(const Nombre& n, double& v) {
   if (n.Chiffres() > 15) return false;
-  v = static_cast<double>(n.mantisse) / kPuissancesDix[n.decimales];
+  const double entier = std::bit_cast<double>(std::bit_cast<uint64_t>(kDeuxPuissance52) | n.mantisse);
+  v = (entier - kDeuxPuissance52) / kPuissancesDix[n.decimales];
   return true;
 }
 
@@ -211,17 +226,22 @@ namespace {
 // close to a half this says no, and the general formatting decides.
 bool ArrondirRapide(double valeur, int decimales, int64_t& entier) {
   static constexpr double kEchelles[] = {1.0, 10.0, 100.0, 1000.0};
-  // Doubles evaluated in a wider format would round twice.
-  if constexpr (FLT_EVAL_METHOD != 0) return false;
   if (decimales < 1 || decimales > 3) return false;
   const double p = valeur * kEchelles[decimales];
-  if (!(std::fabs(p) < 0x1p40)) return false;
+  // Bounds rather than std::fabs, which GCC computes with the x87 unit on
+  // 32-bit x86 even for SSE2 arithmetic.
+  if (!(p > -0x1p40 && p < 0x1p40)) return false;
   // Adding and taking away 1.5 * 2^52 leaves p rounded to an integer, to
-  // nearest and a half to even, in the default rounding mode.
+  // nearest and a half to even, in the default rounding mode. The sum's
+  // unit in the last place is 1, so the integer is also the difference of
+  // its bits and 1.5 * 2^52's: no conversion, which 32-bit x86 would make
+  // with the x87 unit.
   constexpr double kArrondi = 0x1.8p52;
-  const double arrondi = (p + kArrondi) - kArrondi;
-  if (std::fabs(p - arrondi) > 0.5 - 0x1p-12) return false;
-  entier = static_cast<int64_t>(arrondi);
+  const double somme = p + kArrondi;
+  const double arrondi = somme - kArrondi;
+  const double ecart = p - arrondi;
+  if (ecart > 0.5 - 0x1p-12 || ecart < -(0.5 - 0x1p-12)) return false;
+  entier = static_cast<int64_t>(std::bit_cast<uint64_t>(somme) - std::bit_cast<uint64_t>(kArrondi));
   return true;
 }
 

@@ -1,8 +1,10 @@
-# SQLite for the Windows builds, compiled by mingw-w64 from Debian's own
-# source package of sqlite3, which `scripts/install-deps.sh windows` unpacks
-# into /usr/src/quillon-sqlite3. Its amalgamation (one C file) is made once
-# with the package's own tools, then built as a static library that the
-# programs link. Without that source, SQLite::SQLite3 is not defined.
+# SQLite for the cross builds (Windows with mingw-w64, 32-bit Linux),
+# compiled by their own compiler from Debian's source package of sqlite3,
+# which `scripts/install-deps.sh windows` (or `32bits`) unpacks into
+# /usr/src/quillon-sqlite3. Its amalgamation (one C file) is made once with
+# the package's own tools, on the build machine, then built as a static
+# library that the programs link. Without that source, SQLite::SQLite3 is not
+# defined.
 set(QUILLON_SQLITE_SOURCES "/usr/src/quillon-sqlite3" CACHE PATH "Where Debian's source of sqlite3 was unpacked")
 file(GLOB _quillon_sqlite_arbre LIST_DIRECTORIES true "${QUILLON_SQLITE_SOURCES}/sqlite3-*")
 list(FILTER _quillon_sqlite_arbre EXCLUDE REGEX "\\.(dsc|tar\\..*)$")
