@@ -38,6 +38,23 @@ struct FauxDialogues : DialoguesFichiers {
                                                int index) override {
     return Ouvrir(parent, titre, filtre, index);
   }
+  std::deque<std::vector<std::string>> plusieurs;  // answers of OuvrirPlusieurs
+  std::vector<std::string> OuvrirPlusieurs(Parent, const std::string& titre, const std::string& filtre) override {
+    titres.push_back(titre);
+    filtres.push_back(filtre);
+    if (plusieurs.empty()) return {};
+    std::vector<std::string> reponse = plusieurs.front();
+    plusieurs.pop_front();
+    return reponse;
+  }
+  std::deque<std::string> dossiers;  // answers of ChoisirDossier
+  std::optional<std::string> ChoisirDossier(Parent, const std::string& titre, const std::string&) override {
+    titres.push_back(titre);
+    if (dossiers.empty()) return std::nullopt;
+    const std::string reponse = dossiers.front();
+    dossiers.pop_front();
+    return reponse;
+  }
 };
 
 struct FaussesBoites : BoitesMessages {
@@ -61,6 +78,14 @@ struct FaussesBoites : BoitesMessages {
     return pris;
   }
   void ErreurFatale(Parent, const std::string& texte) override { Montrer({true, "Erreur fatale", texte, {}}); }
+  std::deque<bool> reponses;  // to the questions, one each; then Non
+  bool Question(Parent, const std::string& titre, const std::string& texte) override {
+    Montrer({false, titre, texte, {"Oui", "Non"}});
+    if (reponses.empty()) return false;
+    const bool oui = reponses.front();
+    reponses.pop_front();
+    return oui;
+  }
   void Montrer(const Boite& boite) {
     boites.push_back(boite);
     if (pendantLaBoite) pendantLaBoite();
@@ -100,6 +125,11 @@ struct FauxDocuments : Documents {
   std::string DossierTemporaire() override { return ""; }
   bool Ouvrir(const std::string& chemin) override {
     ouverts.push_back(chemin);
+    return true;
+  }
+  std::vector<std::string> dossiers;
+  bool OuvrirDossier(const std::string& chemin) override {
+    dossiers.push_back(chemin);
     return true;
   }
 };

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
+#include <functional>
 
 #include "conversion/conversions.h"
 #include "test_support.h"
@@ -28,6 +30,17 @@ struct FausseVue : VueQuillon {
     dialogues.push_back(dialogue.Genre());
   }
   void MontrerAPropos() override {}
+  // The batch dialog: what it does before Contrôler, or Abandonner when null.
+  std::function<bool(LogiqueDialogueLot&)> dialogueLot = [](LogiqueDialogueLot&) { return true; };
+  int dialoguesLot = 0;
+  unsigned rafraichies = 0;  // the parts shown again
+  std::atomic<int> reveils{0};
+  bool MontrerDialogueLot(LogiqueDialogueLot& dialogue) override {
+    ++dialoguesLot;
+    return dialogueLot && dialogueLot(dialogue);
+  }
+  void Rafraichir(unsigned parties) override { rafraichies |= parties; }
+  void Reveiller() override { ++reveils; }
 };
 
 constexpr const char* kFiltrePrec = "Points avec valeur (*.ptv)|*.ptv|Points au format MD01 (*.ptm)|*.ptm";

@@ -608,6 +608,7 @@ void SynchroniserDossiers() {
   {
     std::lock_guard<std::mutex> verrou(enAttente.mutex);
     dossiers.swap(enAttente.dossiers);
+    enAttente.groupes = false;
   }
   for (const std::string& dossier : dossiers) SynchroniserDossier(dossier);
 }

@@ -72,8 +72,8 @@ void UtiliserFichiersSansNom(bool oui);
 // The folder of a file put in place is synced after it, so that a crash of
 // the machine brings back the new file: at once by default. Once
 // GrouperSynchronisationsDossiers is called, the folders are kept until
-// SynchroniserDossiers, which syncs each of them once: a batch of many files
-// in a few folders. Every file is on the disk before it is put in place
+// SynchroniserDossiers, which syncs each of them once and ends the
+// grouping: a batch of many files in a few folders. Every file is on the disk before it is put in place
 // either way; a crash before its folder is synced may bring back the
 // previous file, whole.
 void GrouperSynchronisationsDossiers();

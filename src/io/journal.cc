@@ -90,18 +90,22 @@ void Journal::InitialiserLog() {
 }
 
 std::array<std::string, 4> Journal::Bilan() const {
+  return TexteBilan(NumeroLigne(), NbLignesIgnorees, NbErreursLecture, NbErreursEcriture);
+}
+
+std::array<std::string, 4> TexteBilan(int64_t lues, int64_t ignorees, int64_t lecture, int64_t ecriture) {
   static constexpr auto kIgnorees = Ansi(u8" ligne(s) ignorée(s) lors de la conversion");
   static constexpr auto kLecture = Ansi(u8" erreur(s) constatée(s) lors de la lecture du fichier source");
   static constexpr auto kEcriture = Ansi(u8" erreur(s) constatée(s) lors de l'écriture dans le fichier cible");
   std::array<std::string, 4> lignes;
   TamponEntier tampon;
-  lignes[0] = TexteEntier(NumeroLigne(), tampon);
+  lignes[0] = TexteEntier(lues, tampon);
   lignes[0] += " ligne(s) lues dans le fichier source";
-  lignes[1] = TexteEntier(NbLignesIgnorees, tampon);
+  lignes[1] = TexteEntier(ignorees, tampon);
   lignes[1] += kIgnorees;
-  lignes[2] = TexteEntier(NbErreursLecture, tampon);
+  lignes[2] = TexteEntier(lecture, tampon);
   lignes[2] += kLecture;
-  lignes[3] = TexteEntier(NbErreursEcriture, tampon);
+  lignes[3] = TexteEntier(ecriture, tampon);
   lignes[3] += kEcriture;
   return lignes;
 }

@@ -132,4 +132,8 @@ class Journal {
   std::optional<ErreurFatale> echec_;
 };
 
+// The four summary lines of these counts (Windows-1252), as a run shows
+// them and writes them at the end of its log.
+std::array<std::string, 4> TexteBilan(int64_t lues, int64_t ignorees, int64_t lecture, int64_t ecriture);
+
 }  // namespace quillon

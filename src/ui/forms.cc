@@ -11,6 +11,8 @@ namespace {
 constexpr EntreeMenu kMenus[] = {
     {"mnuFichier", "Fichier", 0, true, Commande::Aucune},
     {"mnuOuvrir", "Ouvrir...", 1, true, Commande::Ouvrir},
+    {"mnuControlerFichiers", "Contrôler des fichiers…", 1, true, Commande::ControlerFichiers},
+    {"mnuControlerDossier", "Contrôler un dossier…", 1, true, Commande::ControlerDossier},
     {"mnuComparer", "Comparer deux fichiers…", 1, true, Commande::Comparer},
     {"mnuFermer", "Fermer", 1, false, Commande::Fermer},
     {"barre1", "-", 1, false, Commande::Aucune},

@@ -15,7 +15,19 @@ inline constexpr int kLargeurQuillon = 7665;  // client area, below the menu bar
 inline constexpr int kHauteurQuillon = 3105;
 
 // The menu commands, as the front ends number them.
-enum class Commande { Aucune, Ouvrir, Fermer, EnregistrerSous, MettreEnPage, Imprimer, Quitter, APropos, Comparer };
+enum class Commande {
+  Aucune,
+  Ouvrir,
+  Fermer,
+  EnregistrerSous,
+  MettreEnPage,
+  Imprimer,
+  Quitter,
+  APropos,
+  Comparer,
+  ControlerFichiers,
+  ControlerDossier,
+};
 
 // One entry of the menu bar, in display order: a top-level menu (niveau 0),
 // an entry under the last one (niveau 1), or a separator (texte "-"). No
@@ -51,7 +63,7 @@ inline constexpr std::string_view kTitreExporter = "Exporter les points";
 
 // --- Dialogs ---------------------------------------------------------------
 
-enum class GenreControle { Etiquette, Liste, Bouton, Image };
+enum class GenreControle { Etiquette, Liste, Bouton, Image, Case };
 
 // A control at its place in twips. A list's height is the one its entries
 // need (hauteur 0).

@@ -71,7 +71,8 @@ struct Emprise {
 class PlanCarte {
  public:
   PlanCarte() = default;
-  // The lines of a collect with their checks; both must outlive the plan.
+  // The lines of a collect with their checks (copied: the plan keeps
+  // 24 bytes a line with coordinates).
   PlanCarte(const Collecte& collecte, const Controles& controles);
 
   bool Vide() const { return points_.empty(); }

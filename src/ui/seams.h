@@ -35,6 +35,13 @@ class DialoguesFichiers {
                                               int indexFiltre) = 0;
   virtual std::optional<FichierChoisi> EnregistrerSous(Parent parent, const std::string& titre,
                                                        const std::string& filtre, int indexFiltre) = 0;
+  // An open dialog that takes several files: those confirmed, none when
+  // the user cancelled.
+  virtual std::vector<std::string> OuvrirPlusieurs(Parent parent, const std::string& titre,
+                                                   const std::string& filtre) = 0;
+  // A folder picker, starting at `depart` when not empty.
+  virtual std::optional<std::string> ChoisirDossier(Parent parent, const std::string& titre,
+                                                    const std::string& depart) = 0;
 };
 
 // Message boxes with an OK button; each waits until it is dismissed.
@@ -50,6 +57,8 @@ class BoitesMessages {
                                  const std::vector<std::string>& boutons) = 0;
   // Captioned "Erreur fatale", with the error icon.
   virtual void ErreurFatale(Parent parent, const std::string& texte) = 0;
+  // A question with the buttons Oui and Non: true for Oui.
+  virtual bool Question(Parent parent, const std::string& titre, const std::string& texte) = 0;
 };
 
 // Ends the program: every window goes, and the event loop stops once the
@@ -79,6 +88,8 @@ class Documents {
   // Opens the file in the program the system gives its kind (the browser
   // for a .html file), without waiting; false when none opens it.
   virtual bool Ouvrir(const std::string& chemin) = 0;
+  // Shows a folder in the system's file manager; false when it cannot.
+  virtual bool OuvrirDossier(const std::string& chemin) = 0;
 };
 
 // Everything the windows reach the platform through.

@@ -11,6 +11,7 @@
 #include "report/comparaison.h"
 #include "report/comparaison_rapports.h"
 #include "report/html.h"
+#include "ui/file_actions.h"
 #include "ui/registry.h"
 #include "version.h"
 
@@ -24,36 +25,6 @@ std::string TexteBilan(const std::array<std::string, 4>& lignes) {
 }
 
 // The words of the options that the conversion takes.
-// The name picked without the format's extension (in any case), if it ends
-// with it.
-std::string SansExtension(std::string nom, std::string_view extension) {
-  const std::size_t n = extension.size() + 1;
-  if (nom.size() > n && nom[nom.size() - n] == '.') {
-    bool meme = true;
-    for (std::size_t k = 0; k < extension.size(); ++k) {
-      meme = meme && std::tolower(static_cast<unsigned char>(nom[nom.size() - extension.size() + k])) == extension[k];
-    }
-    if (meme) nom.resize(nom.size() - n);
-  }
-  return nom;
-}
-
-// The name without its folder.
-std::string NomSeul(const std::string& chemin) { return chemin.substr(chemin.find_last_of("/\\") + 1); }
-
-// A report written into the user's temporary folder and opened in the
-// browser; a box tells when either cannot be done.
-void MontrerRapport(Services& services, SystemeFichiers& systeme, Parent parent, const std::string& chemin,
-                    const std::string& html) {
-  const char* echec = nullptr;
-  if (!EcrireFichier(systeme, chemin, html)) {
-    echec = " ne peut pas être écrit";
-  } else if (!services.documents.Ouvrir(chemin)) {
-    echec = " ne peut pas être ouvert";
-  }
-  if (echec != nullptr) services.messages.Message(parent, kTitreApplication, "Le rapport " + chemin + echec);
-}
-
 // A run's summary box with the report's button, over the windows' own
 // display, which still shows the fatal errors.
 class AffichageAvecRapport : public Affichage {
@@ -76,73 +47,30 @@ class AffichageAvecRapport : public Affichage {
     for (;;) {
       const int choix = services_.messages.MessageAvecBoutons(parent_, kTitreApplication, TexteBilan(lignes), boutons);
       if (choix == 1) VoirRapport(lignes);
-      else if (choix == 2) Exporter();
+      else if (choix == 2) Exporter(lignes);
       else break;
     }
   }
   void MontrerErreurFatale(const ErreurFatale& erreur) override { fenetre_.MontrerErreurFatale(erreur); }
 
  private:
-  void VoirRapport(const std::array<std::string, 4>& lignes) {
-    const Controles controles = Controler(collecte_, kToleranceDefaut);
-    EnteteRapport entete;
-    entete.programme = "quillon";
-    entete.date = DateHeureJournal();
-    entete.source = reglages_.FichierSource.Nom;
-    entete.cible = reglages_.FichierCible.Nom;
-    entete.journal = reglages_.journal.FichierLog.Nom;
-    entete.conversion = NomConversion(conversion_);
-    entete.options = TexteOptions(conversion_, options_);
-    entete.bilan = lignes;
-    const bool rejets = reglages_.journal.NbErreursLecture + reglages_.journal.NbErreursEcriture != 0;
-    entete.verdict = rejets ? Verdict::Rejets : Verdict::SansRejet;
-    entete.lignesRejetees = controles.nombres[static_cast<std::size_t>(IssueLigne::Rejetee)];
-
-    const std::string chemin =
-        services_.documents.DossierTemporaire() + "quillon-" + NomSeul(reglages_.FichierSource.Nom) + ".html";
-    MontrerRapport(services_, *reglages_.systeme, parent_, chemin, RapportHtml(entete, collecte_, controles));
+  FichierRapporte Fichier(const std::array<std::string, 4>& lignes) const {
+    FichierRapporte f;
+    f.source = reglages_.FichierSource.Nom;
+    f.cible = reglages_.FichierCible.Nom;
+    f.journal = reglages_.journal.FichierLog.Nom;
+    f.conversion = conversion_;
+    f.options = options_;
+    f.bilan = lignes;
+    f.rejets = reglages_.journal.NbErreursLecture + reglages_.journal.NbErreursEcriture != 0;
+    return f;
   }
-
-  // The run's points in one format, named in a save dialog whose filters
-  // are the formats, GeoPackage first: a pass of its own over the source.
-  void Exporter() {
-    std::vector<FormatExport> formats;
-    std::string filtre;
-    for (FormatExport f : {FormatExport::GeoPackage, FormatExport::Csv, FormatExport::GeoJson, FormatExport::Dxf}) {
-      if (!FormatDisponible(f)) continue;
-      formats.push_back(f);
-      const std::string motif = std::string("*.") + MotFormat(f);
-      filtre += (filtre.empty() ? "" : "|") + std::string(DescriptionFormat(f)) + " (" + motif + ")|" + motif;
-    }
-    const std::optional<FichierChoisi> choix =
-        services_.dialogues.EnregistrerSous(parent_, std::string(kTitreExporter), filtre, 1);
-    if (!choix || choix->indexFiltre < 1 || choix->indexFiltre > static_cast<int>(formats.size())) return;
-    DemandeExport demande;
-    demande.source = reglages_.FichierSource.Nom;
-    demande.conversion = conversion_;
-    demande.options = options_;
-    demande.formats = {formats[static_cast<std::size_t>(choix->indexFiltre - 1)]};
-    demande.base = SansExtension(choix->nom, MotFormat(demande.formats.front()));
-    demande.systeme = reglages_.systeme;
-    const std::vector<std::string> fichiers = FichiersExport(demande.formats.front(), demande.base);
-    for (const std::string& f : fichiers) {
-      if (f == reglages_.FichierSource.Nom || f == reglages_.FichierCible.Nom || f == reglages_.journal.FichierLog.Nom) {
-        services_.messages.Message(parent_, kTitreApplication,
-                                   "Le fichier " + f + " est la source, la cible ou le journal : rien n'est exporté");
-        return;
-      }
-    }
-    const BilanExport bilan = quillon::Exporter(demande);
-    std::string texte;
-    if (bilan.complet) {
-      texte = std::to_string(bilan.points) + " point(s) et " + std::to_string(bilan.rejets) +
-              " ligne(s) rejetée(s) exportés dans " + fichiers.front();
-      texte += bilan.epsg != 0 ? "\r\nSystème de coordonnées : EPSG:" + std::to_string(bilan.epsg)
-                               : "\r\nSystème de coordonnées inconnu : l'export n'en nomme aucun";
-    } else {
-      texte = Cp1252VersUtf8(CauseFatale(bilan.erreur));
-    }
-    services_.messages.Message(parent_, kTitreApplication, texte);
+  void VoirRapport(const std::array<std::string, 4>& lignes) {
+    VoirRapportDuFichier(services_, *reglages_.systeme, parent_, Fichier(lignes), collecte_,
+                         Controler(collecte_, kToleranceDefaut));
+  }
+  void Exporter(const std::array<std::string, 4>& lignes) {
+    ExporterFichier(services_, *reglages_.systeme, parent_, Fichier(lignes));
   }
 
   Affichage& fenetre_;
@@ -165,6 +93,24 @@ bool ExecutionsFenetre::Convertir(Conversion conversion, const OptionsConversion
   const bool termine = quillon::Convertir(reglages_, conversion, options);
   reglages_.affichage = fenetre;
   reglages_.observateur = observateur;
+  if (termine && atelier_ != nullptr) {
+    const Journal& j = reglages_.journal;
+    LigneFichier ligne;
+    ligne.source = reglages_.FichierSource.Nom;
+    ligne.cible = reglages_.FichierCible.Nom;
+    ligne.journal = j.FichierLog.Nom;
+    ligne.conversion = conversion;
+    ligne.options = options;
+    ligne.comptes = {j.NumeroLigne(), j.NbLignesIgnorees, j.NbErreursLecture, j.NbErreursEcriture};
+    ligne.issue = j.NbErreursLecture + j.NbErreursEcriture == 0 ? lot::Issue::Converti : lot::Issue::Rejets;
+    const Controles controles = Controler(affichage.Observateur(), kToleranceDefaut);
+    ligne.controle = true;
+    ligne.doublons = static_cast<int64_t>(controles.doublons.size());
+    ligne.proches = static_cast<int64_t>(controles.proches.size());
+    ligne.prochesTronques = controles.prochesTronques;
+    ligne.eloignes = static_cast<int64_t>(controles.eloignes.size());
+    atelier_->AjouterExecution(std::move(ligne));
+  }
   return termine;
 }
 
@@ -204,7 +150,8 @@ LogiqueQuillon::LogiqueQuillon(ReglagesExecution& reglages, Services& services, 
     : reglages_(reglages),
       services_(services),
       vue_(vue),
-      executions_(reglages, services, vue),
+      atelier_(reglages, services, vue),
+      executions_(reglages, services, vue, &atelier_),
       valPrecFiab_(Dialogue::ValPrecFiab, executions_, services.fin),
       dcVal_(Dialogue::DCVal, executions_, services.fin) {}
 
@@ -220,6 +167,8 @@ void LogiqueQuillon::Commander(Commande commande) {
     case Commande::Quitter: mnuQuitter_Click(); break;
     case Commande::APropos: mnuAPropos_Click(); break;
     case Commande::Comparer: mnuComparer_Click(); break;
+    case Commande::ControlerFichiers: atelier_.mnuControlerFichiers_Click(); break;
+    case Commande::ControlerDossier: atelier_.mnuControlerDossier_Click(); break;
     case Commande::Aucune:
     case Commande::MettreEnPage:
     case Commande::Imprimer: break;
@@ -309,7 +258,9 @@ void LogiqueQuillon::mnuComparer_Click() {
 
 void LogiqueQuillon::mnuFermer_Click() { ActiverMenusFichier(false); }
 
-void LogiqueQuillon::mnuQuitter_Click() { services_.fin.Terminer(); }
+void LogiqueQuillon::mnuQuitter_Click() {
+  if (atelier_.PeutFermer()) services_.fin.Terminer();
+}
 
 void LogiqueQuillon::mnuAPropos_Click() { vue_.MontrerAPropos(); }
 

@@ -16,6 +16,7 @@
 #include "io/display.h"
 #include "ui/forms.h"
 #include "ui/seams.h"
+#include "ui/workbench.h"
 
 namespace quillon {
 
@@ -30,8 +31,9 @@ class VueQuillon;
 // run's report into the user's temporary folder and opens it.
 class ExecutionsFenetre {
  public:
-  ExecutionsFenetre(ReglagesExecution& reglages, Services& services, VueQuillon& vue)
-      : reglages_(reglages), services_(services), vue_(vue) {}
+  // A run that completes joins the workbench's table, when there is one.
+  ExecutionsFenetre(ReglagesExecution& reglages, Services& services, VueQuillon& vue, Atelier* atelier = nullptr)
+      : reglages_(reglages), services_(services), vue_(vue), atelier_(atelier) {}
   // As the run below: false after a fatal error, which it has shown.
   bool Convertir(Conversion conversion, const OptionsConversion& options);
 
@@ -39,6 +41,7 @@ class ExecutionsFenetre {
   ReglagesExecution& reglages_;
   Services& services_;
   VueQuillon& vue_;
+  Atelier* atelier_;
 };
 
 // The state of one option dialog, which exists once in the program. Its
@@ -83,12 +86,10 @@ class LogiqueOptions {
   int32_t groupeTheme_ = 2;
 };
 
-// What the main window's view does when its logic asks.
-class VueQuillon {
+// What the main window's view does when its logic asks; and, as the
+// workbench's view, the table, the progress and the file shown.
+class VueQuillon : public VueAtelier {
  public:
-  virtual ~VueQuillon() = default;
-  // The window, as parent of the file dialogs.
-  virtual Parent Fenetre() = 0;
   // Enables or disables Fermer and Enregistrer sous... together.
   virtual void ActiverMenusFichier(bool actifs) = 0;
   // Shows the dialog without waiting for it, in front; loads it first
@@ -109,6 +110,9 @@ class LogiqueQuillon {
   // A menu command; Commande::Aucune and the entries never enabled do
   // nothing.
   void Commander(Commande commande);
+  // Files and folders dropped on the window, or named on its command line.
+  void Deposer(const std::vector<std::string>& chemins) { atelier_.Deposer(chemins); }
+  Atelier& Travail() { return atelier_; }
   void mnuOuvrir_Click();
   void mnuComparer_Click();
   void mnuFermer_Click();
@@ -116,7 +120,9 @@ class LogiqueQuillon {
   void mnuQuitter_Click();
   void mnuAPropos_Click();
   // The window closed from its title bar ends the program as Quitter does,
-  // so that no hidden dialog keeps it running.
+  // so that no hidden dialog keeps it running. During a batch, both ask
+  // first, then stop it cleanly: false when the window is to stay.
+  bool Form_QueryUnload() { return atelier_.PeutFermer(); }
   void Form_Unload();
 
   bool MenusFichierActifs() const { return menusFichierActifs_; }
@@ -132,6 +138,7 @@ class LogiqueQuillon {
   ReglagesExecution& reglages_;
   Services& services_;
   VueQuillon& vue_;
+  Atelier atelier_;
   ExecutionsFenetre executions_;
   bool menusFichierActifs_ = false;
   TypeFichier TypeFichierSource_ = TypeFichier::Aucun;

@@ -30,6 +30,7 @@ struct OptionsLot {
   std::optional<std::string> rapportJson;  // "-": on standard output
   std::string dossierRapport;  // empty: no check report
   double tolerance = 0.01;     // metres: closer points of different identity are reported
+  bool controles = false;      // the checks across lines without a report (the window's table)
   std::vector<FormatExport> exports;       // the exports of each file, beside its target
   int epsg = 0;                            // their system; 0: guessed from the points
   bool aide = false;

@@ -98,7 +98,7 @@ ResultatFichier ConvertirFichier(const FichierLot& fichier, const OptionsLot& op
   // Without a theme group the DC run takes CS, as its dialog starts.
   const int32_t groupe =
       fichier.conversion == Conversion::DCEnVal && options.groupeTheme == 0 ? kGroupeCS : options.groupeTheme;
-  const bool controler = !options.dossierRapport.empty() || options.rapportJson.has_value();
+  const bool controler = options.controles || !options.dossierRapport.empty() || options.rapportJson.has_value();
   // The checks go along the run on a second thread, and so do the exports,
   // once a first pass has told them what they need before the first point.
   const OptionsConversion conversion{options.classeEchelle, groupe};

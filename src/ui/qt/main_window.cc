@@ -69,7 +69,20 @@ void frmQuillon::MontrerAPropos() {
   aPropos_->Afficher();
 }
 
+bool frmQuillon::MontrerDialogueLot(LogiqueDialogueLot&) { return false; }
+
+void frmQuillon::Rafraichir(unsigned) {}
+
+// From any thread: a queued call, run by this window's thread.
+void frmQuillon::Reveiller() {
+  QMetaObject::invokeMethod(this, [this] { logique_.Travail().TraiterEvenements(); }, Qt::QueuedConnection);
+}
+
 void frmQuillon::closeEvent(QCloseEvent* evenement) {
+  if (!logique_.Form_QueryUnload()) {
+    evenement->ignore();
+    return;
+  }
   evenement->accept();
   logique_.Form_Unload();
 }

@@ -48,6 +48,9 @@ class frmQuillon : public QMainWindow, private VueQuillon {
   void ActiverMenusFichier(bool actifs) override;
   void MontrerDialogue(LogiqueOptions& dialogue) override;
   void MontrerAPropos() override;
+  bool MontrerDialogueLot(LogiqueDialogueLot& dialogue) override;
+  void Rafraichir(unsigned parties) override;
+  void Reveiller() override;
 
   Services& services_;
   LogiqueQuillon logique_;

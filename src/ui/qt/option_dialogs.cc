@@ -59,7 +59,8 @@ DialogueOptions::DialogueOptions(LogiqueOptions& logique, QWidget* parent)
         controle = bouton;
         break;
       }
-      case GenreControle::Image: break;
+      case GenreControle::Image:
+      case GenreControle::Case: break;  // none in these dialogs
     }
     if (controle == nullptr) continue;
     controle->setObjectName(TexteQt(c.nom));

@@ -67,6 +67,28 @@ std::optional<FichierChoisi> DialoguesFichiersQt::EnregistrerSous(Parent parent,
   return Choisir(&QFileDialog::getSaveFileName, parent, titre, filtre, indexFiltre);
 }
 
+std::vector<std::string> DialoguesFichiersQt::OuvrirPlusieurs(Parent parent, const std::string& titre,
+                                                              const std::string& filtre) {
+  const QStringList noms = QFileDialog::getOpenFileNames(WidgetDe(parent), QString::fromStdString(titre), QString(),
+                                                         FiltresQt(QString::fromStdString(filtre)).join(QStringLiteral(";;")));
+  std::vector<std::string> fichiers;
+  for (const QString& nom : noms) {
+    const QByteArray octets = QFile::encodeName(nom);
+    fichiers.emplace_back(octets.constData(), static_cast<std::size_t>(octets.size()));
+  }
+  return fichiers;
+}
+
+std::optional<std::string> DialoguesFichiersQt::ChoisirDossier(Parent parent, const std::string& titre,
+                                                               const std::string& depart) {
+  const QString dossier = QFileDialog::getExistingDirectory(
+      WidgetDe(parent), QString::fromStdString(titre),
+      QFile::decodeName(QByteArray(depart.data(), static_cast<qsizetype>(depart.size()))));
+  if (dossier.isEmpty()) return std::nullopt;
+  const QByteArray octets = QFile::encodeName(dossier);
+  return std::string(octets.constData(), static_cast<std::size_t>(octets.size()));
+}
+
 void BoitesMessagesQt::Message(Parent parent, const std::string& titre, const std::string& texte) {
   QMessageBox boite(QMessageBox::NoIcon, QString::fromStdString(titre), TexteAffiche(texte), QMessageBox::Ok,
                     WidgetDe(parent));
@@ -99,6 +121,16 @@ void BoitesMessagesQt::ErreurFatale(Parent parent, const std::string& texte) {
   boite.exec();
 }
 
+bool BoitesMessagesQt::Question(Parent parent, const std::string& titre, const std::string& texte) {
+  QMessageBox boite(QMessageBox::Question, QString::fromStdString(titre), TexteAffiche(texte), QMessageBox::NoButton,
+                    WidgetDe(parent));
+  boite.setTextFormat(Qt::PlainText);
+  const QAbstractButton* oui = boite.addButton(QStringLiteral("Oui"), QMessageBox::YesRole);
+  boite.setDefaultButton(boite.addButton(QStringLiteral("Non"), QMessageBox::NoRole));
+  boite.exec();
+  return boite.clickedButton() == oui;
+}
+
 void FinProgrammeQt::Terminer() {
   // Hidden rather than closed: a window's own close handler would end the
   // program a second time.
@@ -126,5 +158,7 @@ bool DocumentsQt::Ouvrir(const std::string& chemin) {
   return QDesktopServices::openUrl(
       QUrl::fromLocalFile(QFile::decodeName(QByteArray(chemin.data(), static_cast<qsizetype>(chemin.size())))));
 }
+
+bool DocumentsQt::OuvrirDossier(const std::string& chemin) { return Ouvrir(chemin); }
 
 }  // namespace quillon

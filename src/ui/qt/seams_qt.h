@@ -17,6 +17,9 @@ class DialoguesFichiersQt : public DialoguesFichiers {
                                       int indexFiltre) override;
   std::optional<FichierChoisi> EnregistrerSous(Parent parent, const std::string& titre, const std::string& filtre,
                                                int indexFiltre) override;
+  std::vector<std::string> OuvrirPlusieurs(Parent parent, const std::string& titre, const std::string& filtre) override;
+  std::optional<std::string> ChoisirDossier(Parent parent, const std::string& titre,
+                                            const std::string& depart) override;
 };
 
 class BoitesMessagesQt : public BoitesMessages {
@@ -25,6 +28,7 @@ class BoitesMessagesQt : public BoitesMessages {
   int MessageAvecBoutons(Parent parent, const std::string& titre, const std::string& texte,
                          const std::vector<std::string>& boutons) override;
   void ErreurFatale(Parent parent, const std::string& texte) override;
+  bool Question(Parent parent, const std::string& titre, const std::string& texte) override;
 };
 
 // Hides every window and leaves the event loop.
@@ -43,6 +47,7 @@ class DocumentsQt : public Documents {
  public:
   std::string DossierTemporaire() override;
   bool Ouvrir(const std::string& chemin) override;
+  bool OuvrirDossier(const std::string& chemin) override;
 };
 
 }  // namespace quillon

@@ -71,6 +71,12 @@ void FenetreQuillonWin32::MontrerAPropos() {
   aPropos_->Afficher();
 }
 
+bool FenetreQuillonWin32::MontrerDialogueLot(LogiqueDialogueLot&) { return false; }
+
+void FenetreQuillonWin32::Rafraichir(unsigned) {}
+
+void FenetreQuillonWin32::Reveiller() { ::PostMessageW(Handle(), kMessageReveil, 0, 0); }
+
 LRESULT FenetreQuillonWin32::Traiter(UINT message, WPARAM wparam, LPARAM lparam) {
   switch (message) {
     case WM_COMMAND:
@@ -87,7 +93,10 @@ LRESULT FenetreQuillonWin32::Traiter(UINT message, WPARAM wparam, LPARAM lparam)
         }
       }
       return 0;
-    case WM_CLOSE: logique_.Form_Unload(); return 0;
+    case WM_CLOSE:
+      if (logique_.Form_QueryUnload()) logique_.Form_Unload();
+      return 0;
+    case kMessageReveil: logique_.Travail().TraiterEvenements(); return 0;
     case WM_DPICHANGED: AppliquerRectPropose(Handle(), lparam); return 0;
     default: return FenetreWin32::Traiter(message, wparam, lparam);
   }

@@ -15,6 +15,9 @@ namespace quillon::win32 {
 // The menu identifier of a command: 100 and up.
 inline int IdCommande(Commande commande) { return 100 + static_cast<int>(commande); }
 
+// Posted by Reveiller: the workbench has something to take on this thread.
+inline constexpr UINT kMessageReveil = WM_APP + 1;
+
 class FenetreQuillonWin32 : public FenetreWin32, private VueQuillon {
  public:
   FenetreQuillonWin32(ReglagesExecution& reglages, Services& services);
@@ -35,6 +38,9 @@ class FenetreQuillonWin32 : public FenetreWin32, private VueQuillon {
   void ActiverMenusFichier(bool actifs) override;
   void MontrerDialogue(LogiqueOptions& dialogue) override;
   void MontrerAPropos() override;
+  bool MontrerDialogueLot(LogiqueDialogueLot& dialogue) override;
+  void Rafraichir(unsigned parties) override;
+  void Reveiller() override;
   void Dimensionner(UINT dpi);
 
   Services& services_;

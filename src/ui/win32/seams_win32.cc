@@ -4,7 +4,9 @@
 #include <commctrl.h>
 #include <commdlg.h>
 #include <shellapi.h>
+#include <shlobj.h>
 
+#include <cwchar>
 #include <vector>
 
 #include "ui/win32/win32_util.h"
@@ -58,6 +60,48 @@ std::optional<FichierChoisi> DialoguesFichiersWin32::EnregistrerSous(Parent pare
   return Choisir(false, parent, titre, filtre, indexFiltre);
 }
 
+// Several files: the folder, then each name, NUL-separated, or one full
+// path when one file was picked.
+std::vector<std::string> DialoguesFichiersWin32::OuvrirPlusieurs(Parent parent, const std::string& titre,
+                                                                 const std::string& filtre) {
+  const std::wstring filtres = FiltreWin32(filtre);
+  const std::wstring legende = Large(titre);
+  std::vector<wchar_t> noms(1 << 20, L'\0');
+  OPENFILENAMEW dialogue{};
+  dialogue.lStructSize = sizeof dialogue;
+  dialogue.hwndOwner = static_cast<HWND>(parent);
+  dialogue.lpstrFilter = filtres.c_str();
+  dialogue.nFilterIndex = 1;
+  dialogue.lpstrFile = noms.data();
+  dialogue.nMaxFile = static_cast<DWORD>(noms.size());
+  dialogue.lpstrTitle = legende.c_str();
+  dialogue.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR | OFN_ALLOWMULTISELECT | OFN_FILEMUSTEXIST;
+  if (!::GetOpenFileNameW(&dialogue)) return {};
+  const std::wstring dossier = noms.data();
+  std::vector<std::string> fichiers;
+  for (const wchar_t* nom = noms.data() + dossier.size() + 1; *nom != L'\0'; nom += std::wcslen(nom) + 1) {
+    fichiers.push_back(Utf8(dossier + (dossier.ends_with(L'\\') ? L"" : L"\\") + nom));
+  }
+  if (fichiers.empty()) fichiers.push_back(Utf8(dossier));
+  return fichiers;
+}
+
+std::optional<std::string> DialoguesFichiersWin32::ChoisirDossier(Parent parent, const std::string& titre,
+                                                                  const std::string&) {
+  const std::wstring legende = Large(titre);
+  BROWSEINFOW infos{};
+  infos.hwndOwner = static_cast<HWND>(parent);
+  infos.lpszTitle = legende.c_str();
+  infos.ulFlags = BIF_RETURNONLYFSDIRS | BIF_NEWDIALOGSTYLE;
+  PIDLIST_ABSOLUTE liste = ::SHBrowseForFolderW(&infos);
+  if (liste == nullptr) return std::nullopt;
+  wchar_t chemin[MAX_PATH] = {};
+  const bool lu = ::SHGetPathFromIDListW(liste, chemin);
+  ::CoTaskMemFree(liste);
+  if (!lu) return std::nullopt;
+  return Utf8(chemin);
+}
+
 void BoitesMessagesWin32::Message(Parent parent, const std::string& titre, const std::string& texte) {
   ::MessageBoxW(static_cast<HWND>(parent), Large(texte).c_str(), Large(titre).c_str(), MB_OK);
 }
@@ -100,6 +144,11 @@ int BoitesMessagesWin32::MessageAvecBoutons(Parent parent, const std::string& ti
 
 void BoitesMessagesWin32::ErreurFatale(Parent parent, const std::string& texte) {
   ::MessageBoxW(static_cast<HWND>(parent), Large(texte).c_str(), L"Erreur fatale", MB_OK | MB_ICONERROR);
+}
+
+bool BoitesMessagesWin32::Question(Parent parent, const std::string& titre, const std::string& texte) {
+  return ::MessageBoxW(static_cast<HWND>(parent), Large(texte).c_str(), Large(titre).c_str(),
+                       MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) == IDYES;
 }
 
 namespace {
@@ -149,6 +198,12 @@ std::string DocumentsWin32::DossierTemporaire() {
 bool DocumentsWin32::Ouvrir(const std::string& chemin) {
   const HINSTANCE resultat =
       ::ShellExecuteW(nullptr, L"open", Large(chemin).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+  return reinterpret_cast<INT_PTR>(resultat) > 32;
+}
+
+bool DocumentsWin32::OuvrirDossier(const std::string& chemin) {
+  const HINSTANCE resultat =
+      ::ShellExecuteW(nullptr, L"explore", Large(chemin).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
   return reinterpret_cast<INT_PTR>(resultat) > 32;
 }
 

@@ -13,6 +13,10 @@ class DialoguesFichiersWin32 : public DialoguesFichiers {
                                       int indexFiltre) override;
   std::optional<FichierChoisi> EnregistrerSous(Parent parent, const std::string& titre, const std::string& filtre,
                                                int indexFiltre) override;
+  std::vector<std::string> OuvrirPlusieurs(Parent parent, const std::string& titre, const std::string& filtre) override;
+  // The shell's folder browser.
+  std::optional<std::string> ChoisirDossier(Parent parent, const std::string& titre,
+                                            const std::string& depart) override;
 };
 
 class BoitesMessagesWin32 : public BoitesMessages {
@@ -22,6 +26,7 @@ class BoitesMessagesWin32 : public BoitesMessages {
   int MessageAvecBoutons(Parent parent, const std::string& titre, const std::string& texte,
                          const std::vector<std::string>& boutons) override;
   void ErreurFatale(Parent parent, const std::string& texte) override;
+  bool Question(Parent parent, const std::string& titre, const std::string& texte) override;
 };
 
 // Destroys every window of the program's thread and leaves the message loop.
@@ -40,6 +45,7 @@ class DocumentsWin32 : public Documents {
  public:
   std::string DossierTemporaire() override;
   bool Ouvrir(const std::string& chemin) override;
+  bool OuvrirDossier(const std::string& chemin) override;
 };
 
 }  // namespace quillon::win32

@@ -71,6 +71,10 @@ void CreerControles(HWND fenetre, const Formulaire& forme, HFONT police, UINT dp
         classe = WC_BUTTONW;
         style |= WS_TABSTOP | BS_PUSHBUTTON;
         break;
+      case GenreControle::Case:
+        classe = WC_BUTTONW;
+        style |= WS_TABSTOP | BS_AUTOCHECKBOX;
+        break;
     }
     // The first control of the tab order starts a group.
     if (i == 0) style |= WS_GROUP;

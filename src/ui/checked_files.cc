@@ -1,0 +1,164 @@
+#include "ui/checked_files.h"
+
+#include <algorithm>
+#include <tuple>
+
+namespace quillon {
+namespace {
+
+char Minuscule(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+bool Chiffre(char c) { return c >= '0' && c <= '9'; }
+
+// Compares the runs of digits starting at a[i] and b[j] as numbers: -1, 0
+// or 1; moves i and j past them.
+int ComparerNombres(std::string_view a, std::size_t& i, std::string_view b, std::size_t& j) {
+  while (i < a.size() && a[i] == '0') ++i;
+  while (j < b.size() && b[j] == '0') ++j;
+  const std::size_t debutA = i, debutB = j;
+  while (i < a.size() && Chiffre(a[i])) ++i;
+  while (j < b.size() && Chiffre(b[j])) ++j;
+  const std::size_t na = i - debutA, nb = j - debutB;
+  if (na != nb) return na < nb ? -1 : 1;
+  const int c = a.substr(debutA, na).compare(b.substr(debutB, nb));
+  return c < 0 ? -1 : c > 0 ? 1 : 0;
+}
+
+// 0 first: a failure, rejected lines, checks that found something, a run
+// stopped, a file not run; the files without problems last.
+int RangProbleme(const LigneFichier& l) {
+  switch (l.issue) {
+    case lot::Issue::Echec: return 0;
+    case lot::Issue::Rejets: return 1;
+    case lot::Issue::Interrompu: return 3;
+    case lot::Issue::NonTraite: return 4;
+    case lot::Issue::Converti: break;
+  }
+  return l.Probleme() ? 2 : 5;
+}
+
+int64_t ValeurColonne(const LigneFichier& l, TableFichiers::Colonne c) {
+  using C = TableFichiers::Colonne;
+  switch (c) {
+    case C::Lues: return l.comptes[0];
+    case C::Ignorees: return l.comptes[1];
+    case C::Lecture: return l.comptes[2];
+    case C::Ecriture: return l.comptes[3];
+    case C::Doublons: return l.controle ? l.doublons : -1;
+    case C::Proches: return l.controle ? l.proches : -1;
+    case C::Eloignes: return l.controle ? l.eloignes : -1;
+    case C::Issue: return RangProbleme(l);
+    case C::Probleme:
+    case C::Source: break;
+  }
+  return 0;
+}
+
+}  // namespace
+
+bool LigneFichier::Probleme() const {
+  if (issue != lot::Issue::Converti) return true;
+  return doublons > 0 || proches > 0 || eloignes > 0;
+}
+
+std::string_view MotIssueFenetre(lot::Issue issue) {
+  switch (issue) {
+    case lot::Issue::Converti: return "converti";
+    case lot::Issue::Rejets: return "rejets";
+    case lot::Issue::Echec: return "échec";
+    case lot::Issue::Interrompu: return "interrompu";
+    case lot::Issue::NonTraite: break;
+  }
+  return "non traité";
+}
+
+// The check report's shades: green, amber, red; grey for what did not run.
+uint32_t CouleurIssue(lot::Issue issue) {
+  switch (issue) {
+    case lot::Issue::Converti: return 0xd8f0d8;
+    case lot::Issue::Rejets: return 0xfde7c8;
+    case lot::Issue::Echec: return 0xf6cfd4;
+    case lot::Issue::Interrompu:
+    case lot::Issue::NonTraite: break;
+  }
+  return 0xe4e4e4;
+}
+
+bool AvantNaturel(std::string_view a, std::string_view b) {
+  std::size_t i = 0, j = 0;
+  while (i < a.size() && j < b.size()) {
+    if (Chiffre(a[i]) && Chiffre(b[j])) {
+      if (const int c = ComparerNombres(a, i, b, j); c != 0) return c < 0;
+      continue;
+    }
+    const char ca = Minuscule(a[i]), cb = Minuscule(b[j]);
+    if (ca != cb) return static_cast<unsigned char>(ca) < static_cast<unsigned char>(cb);
+    ++i, ++j;
+  }
+  if ((a.size() - i) != (b.size() - j)) return a.size() - i < b.size() - j;
+  return a < b;
+}
+
+std::string_view TableFichiers::Entete(int colonne) {
+  static constexpr std::string_view kEntetes[kColonnes] = {
+      "Fichier", "Issue", "Lues", "Ignorées", "Erreurs de lecture", "Erreurs d'écriture", "Doublons",
+      "Points proches", "Points éloignés"};
+  return colonne >= 0 && colonne < kColonnes ? kEntetes[colonne] : std::string_view();
+}
+
+std::size_t TableFichiers::Ajouter(LigneFichier ligne) {
+  std::size_t index = lignes_.size();
+  for (std::size_t k = 0; k < lignes_.size(); ++k) {
+    if (lignes_[k].source == ligne.source) index = k;
+  }
+  if (index == lignes_.size()) lignes_.push_back(std::move(ligne));
+  else lignes_[index] = std::move(ligne);
+  Ordonner();
+  return index;
+}
+
+void TableFichiers::Vider() {
+  lignes_.clear();
+  ordre_.clear();
+}
+
+std::size_t TableFichiers::Rang(std::size_t index) const {
+  return static_cast<std::size_t>(std::find(ordre_.begin(), ordre_.end(), index) - ordre_.begin());
+}
+
+std::string TableFichiers::Cellule(std::size_t rang, int colonne) const {
+  const LigneFichier& l = Ligne(rang);
+  static constexpr Colonne kChiffres[] = {Colonne::Lues, Colonne::Ignorees, Colonne::Lecture, Colonne::Ecriture,
+                                          Colonne::Doublons, Colonne::Proches, Colonne::Eloignes};
+  if (colonne == 0) return l.source;
+  if (colonne == 1) return std::string(MotIssueFenetre(l.issue));
+  if (colonne < 2 || colonne >= kColonnes) return {};
+  const int64_t v = ValeurColonne(l, kChiffres[colonne - 2]);
+  if (v < 0 || (l.issue == lot::Issue::NonTraite && colonne < 6)) return {};
+  std::string texte = std::to_string(v);
+  if (colonne == 7 && l.prochesTronques) texte += "+";
+  return texte;
+}
+
+void TableFichiers::Trier(Colonne colonne) {
+  descendant_ = colonne == tri_ && colonne != Colonne::Probleme ? !descendant_ : false;
+  tri_ = colonne;
+  Ordonner();
+}
+
+void TableFichiers::Ordonner() {
+  ordre_.resize(lignes_.size());
+  for (std::size_t k = 0; k < ordre_.size(); ++k) ordre_[k] = k;
+  const auto avant = [this](std::size_t a, std::size_t b) {
+    const LigneFichier &la = lignes_[a], &lb = lignes_[b];
+    if (tri_ != Colonne::Source) {
+      const int64_t va = tri_ == Colonne::Probleme ? RangProbleme(la) : ValeurColonne(la, tri_);
+      const int64_t vb = tri_ == Colonne::Probleme ? RangProbleme(lb) : ValeurColonne(lb, tri_);
+      if (va != vb) return (va < vb) != descendant_;
+    }
+    if (la.source == lb.source) return false;
+    return AvantNaturel(la.source, lb.source) != (tri_ == Colonne::Source && descendant_);
+  };
+  std::stable_sort(ordre_.begin(), ordre_.end(), avant);
+}
+
+}  // namespace quillon
