@@ -32,6 +32,8 @@ TEST(Nombres, ConversionDecimale) {
       {"1e5", false, 0},       {"1,5", false, 0},        {"- 5", false, 0},        {"", false, 0},
       {"     ", false, 0},     {".", false, 0},          {"1.2.3", false, 0},      {"12a", false, 0},
       {"\t1", false, 0},       {"--1", false, 0},        {"1 2", false, 0},        {"0x10", false, 0},
+      // A point number's column, and more digits than a mantissa holds.
+      {"  004711  ", true, 4711}, {"000000000000000000000012.5", true, 12.5}, {"4711 0", false, 0},
   };
   for (const CasDecimal& c : cas) {
     double v = 99;

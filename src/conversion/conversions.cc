@@ -1,5 +1,6 @@
 #include "conversion/conversions.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -104,9 +105,53 @@ class Deroulement {
   Journal& journal_;
 };
 
+// What a watched run tells its observer: each line once its step is done,
+// with the log's messages about it, gathered as they come, its outcome and
+// the fields they name.
+class Veille {
+ public:
+  Veille(ObservateurExecution& observateur, Journal& journal) : observateur_(observateur), journal_(journal) {
+    journal_.Ecouter(&recueil_);
+    observateur_.Debut();
+    recueil_.Effacer();
+  }
+  ~Veille() { journal_.Ecouter(nullptr); }
+
+  // The line just through the step; then the next one starts with nothing
+  // gathered.
+  void Ligne(std::string_view ligne, const Point& point, const LigneCible& cible, bool ecrite) {
+    LigneObservee vue;
+    vue.numero = journal_.NumeroLigne();
+    vue.texte = ligne;
+    if (ecrite) vue.cible = cible.Texte();
+    vue.point = &point;
+    vue.issue = recueil_.Erreurs()    ? IssueLigne::Rejetee
+                : recueil_.Ignoree() ? IssueLigne::Ignoree
+                                     : IssueLigne::Convertie;
+    vue.illisibles = recueil_.Illisibles();
+    vue.nonEcrits = recueil_.NonEcrits();
+    vue.messages = recueil_.Messages();
+    observateur_.Ligne(vue);
+    recueil_.Effacer();
+  }
+
+ private:
+  ObservateurExecution& observateur_;
+  Journal& journal_;
+  RecueilLigne recueil_;
+};
+
 // The run itself: the lines of the source one after the other through the
 // run's step, which reads a line into the point and, when it can, writes the
 // target line; only then is that line written to the target.
+//
+// The step is called from this one place, watched or not. The compiler
+// inlines a function called from one place whatever its size, so that in a
+// program whose readers and writers serve only the runs (the console
+// program) a line goes through its reader and writer without a call. A
+// second loop for the watched runs made it keep them apart, and every run
+// paid for calls per line. Unwatched, the watch costs one test of a null
+// pointer per line.
 template <typename Etape>
 bool Executer(ReglagesExecution& reglages, std::string_view titre, Etape etape) {
   Deroulement run(reglages);
@@ -114,37 +159,16 @@ bool Executer(ReglagesExecution& reglages, std::string_view titre, Etape etape) 
   Point point;
   LigneCible cible;
   std::string_view ligne;
-  ObservateurExecution* observateur = reglages.observateur;
-  if (observateur == nullptr) {
-    while (run.LigneSuivante(ligne)) {
-      if (etape(ligne, point, cible, reglages.journal)) run.EcrireCible(cible.Texte());
-    }
-    return run.Terminer();
-  }
-  // Watched: the log's messages about each line are gathered, and the line
-  // handed over with them, its outcome and the fields they name.
   Journal& journal = reglages.journal;
-  RecueilLigne recueil;
-  journal.Ecouter(&recueil);
-  observateur->Debut();
+  std::optional<Veille> veille;
+  if (reglages.observateur != nullptr) veille.emplace(*reglages.observateur, journal);
+  Veille* const vue = veille ? &*veille : nullptr;
   while (run.LigneSuivante(ligne)) {
-    recueil.Effacer();
     const bool ecrite = etape(ligne, point, cible, journal);
     if (ecrite) run.EcrireCible(cible.Texte());
-    LigneObservee vue;
-    vue.numero = journal.NumeroLigne();
-    vue.texte = ligne;
-    if (ecrite) vue.cible = cible.Texte();
-    vue.point = &point;
-    vue.issue = recueil.Erreurs()    ? IssueLigne::Rejetee
-                : recueil.Ignoree() ? IssueLigne::Ignoree
-                                    : IssueLigne::Convertie;
-    vue.illisibles = recueil.Illisibles();
-    vue.nonEcrits = recueil.NonEcrits();
-    vue.messages = recueil.Messages();
-    observateur->Ligne(vue);
+    if (vue != nullptr) vue->Ligne(ligne, point, cible, ecrite);
   }
-  journal.Ecouter(nullptr);
+  veille.reset();
   return run.Terminer();
 }
 

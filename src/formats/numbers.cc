@@ -36,6 +36,16 @@ struct Nombre {
 
 bool EstChiffre(char c) { return static_cast<unsigned>(c - '0') <= 9; }
 
+// One more digit of the mantissa. With kMantisse false, Analyser checks the
+// form alone and adds up nothing: the point number's check, whose mantissa
+// nobody reads, is not left to the compiler to see so (some builds kept
+// adding it up on every line).
+template <bool kMantisse>
+void AjouterChiffre(uint64_t& mantisse, char c) {
+  if constexpr (kMantisse) mantisse = mantisse * 10 + static_cast<unsigned>(c - '0');
+}
+
+template <bool kMantisse = true>
 bool Analyser(std::string_view texte, Nombre& n) {
   // Locals, not the fields of `n`: bytes may alias anything, and the loop
   // would otherwise store the mantissa at every digit.
@@ -49,12 +59,12 @@ bool Analyser(std::string_view texte, Nombre& n) {
   }
   const char* debut = p;
   uint64_t mantisse = 0;
-  for (; p < fin && EstChiffre(*p); ++p) mantisse = mantisse * 10 + static_cast<unsigned>(*p - '0');
+  for (; p < fin && EstChiffre(*p); ++p) AjouterChiffre<kMantisse>(mantisse, *p);
   const int entiers = static_cast<int>(p - debut);
   int decimales = 0;
   if (p < fin && *p == '.') {
     const char* point = p;
-    for (++p; p < fin && EstChiffre(*p); ++p) mantisse = mantisse * 10 + static_cast<unsigned>(*p - '0');
+    for (++p; p < fin && EstChiffre(*p); ++p) AjouterChiffre<kMantisse>(mantisse, *p);
     decimales = static_cast<int>(p - point - 1);
   }
   n.negatif = negatif;
@@ -79,7 +89,7 @@ std::string_view Rogner(std::string_view texte) {
 
 bool EstNumerique(std::string_view texte) {
   Nombre n;
-  return Analyser(texte, n);
+  return Analyser<false>(texte, n);
 }
 
 namespace {
