@@ -113,9 +113,12 @@ bool EcrireTout(int fd, const char* source, std::size_t taille) {
   return true;
 }
 
-// Syncs an open file again and again from a thread of its own, each time it
-// is asked, while the run goes on writing it: the disk takes the file part
-// by part, and the sync before the rename has only the last part left.
+// Starts the writeback of an open file again and again from a thread of its
+// own, each time it is asked, while the run goes on writing it: the disk
+// takes the file part by part, and the sync before the rename has only the
+// last part left. Only the sync is waited for, never the disk's cache
+// flush: an error of this writeback is kept against the file and comes out
+// of that last sync, which fails the closing.
 class SynchronisationDeFond {
  public:
   explicit SynchronisationDeFond(int fd) : fil_([this, fd] { Boucle(fd); }) {}
@@ -147,7 +150,7 @@ class SynchronisationDeFond {
       if (fin_) return;
       demande_ = false;
       verrou.unlock();
-      const bool ecrit = ::fdatasync(fd) == 0;
+      const bool ecrit = ::sync_file_range(fd, 0, 0, SYNC_FILE_RANGE_WRITE) == 0;
       verrou.lock();
       if (!ecrit) echec_ = true;
     }
