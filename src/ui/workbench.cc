@@ -336,6 +336,15 @@ void Atelier::Liste_Clic(bool rejets, std::size_t rang) {
   Centrer(liste[rang].ligne);
 }
 
+std::optional<std::size_t> Atelier::RangDansListe(bool rejets) const {
+  if (!lu_ || !ligneChoisie_) return std::nullopt;
+  const std::vector<EntreeListe>& liste = rejets ? montre_->Rejets() : montre_->Constats();
+  for (std::size_t k = 0; k < liste.size(); ++k) {
+    if (liste[k].ligne == *ligneChoisie_) return k;
+  }
+  return std::nullopt;
+}
+
 void Atelier::Centrer(uint32_t ligne) {
   ligneChoisie_ = ligne;
   if (const auto i = montre_->Plan().PointDeLaLigne(ligne)) {

@@ -113,6 +113,9 @@ class Atelier {
   // A row of the rejected lines (`rejets`) or of the checks clicked: its
   // point is centred and ringed.
   void Liste_Clic(bool rejets, std::size_t rang);
+  // The row of a list that is about the chosen line, for the view to
+  // select it when a point was clicked.
+  std::optional<std::size_t> RangDansListe(bool rejets) const;
 
   // --- The buttons -----------------------------------------------------------
   bool FichierActif() const { return Montre() != nullptr; }
