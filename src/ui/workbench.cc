@@ -214,6 +214,7 @@ bool Atelier::PeutFermer() {
     lot_.Annuler();
   }
   lot_.Attendre();
+  TraiterEvenements();
   return true;
 }
 

@@ -1,0 +1,247 @@
+// The main window's workbench through fakes: drops of files and folders of
+// every kind, the batch dialog's choices, the run watched and stopped, the
+// table's order, the file shown and what its picture and lists answer.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <thread>
+
+#include "test_support.h"
+#include "ui/workbench.h"
+#include "window_fakes.h"
+
+namespace fs = std::filesystem;
+
+namespace quillon::test {
+namespace {
+
+const std::string kBonne = "01  12  34      100101 1OR 11.  2600123.450 1200456.780  450.120        borne        BO\r\n";
+const std::string kRejetee = "01  12  34      10010x 1OR 11.  2600125.450 1200456.780  450.120        borne        BO\r\n";
+
+std::string Points(int n, int depart = 0) {
+  std::string texte;
+  for (int i = 0; i < n; ++i) {
+    std::string l = kBonne;
+    const std::string numero = std::to_string(100000 + depart + i);
+    l.replace(16, 6, numero);
+    l.replace(32, 7, std::to_string(2600000 + 3 * (depart + i)));
+    texte += l;
+  }
+  return texte;
+}
+
+struct VueTest : VueAtelier {
+  std::function<bool(LogiqueDialogueLot&)> dialogue = [](LogiqueDialogueLot&) { return true; };
+  int dialogues = 0;
+  Parent Fenetre() override { return this; }
+  bool MontrerDialogueLot(LogiqueDialogueLot& d) override {
+    ++dialogues;
+    return dialogue && dialogue(d);
+  }
+  void Rafraichir(unsigned) override {}
+  void Reveiller() override {}
+};
+
+struct Banc : FauxServices {
+  DossierCourant dossier;
+  AffichageFenetre affichage{boites};
+  ReglagesExecution reglages;
+  VueTest vue;
+  Atelier atelier{reglages, services, vue};
+  Banc() {
+    InitialiserTables(reglages);
+    reglages.affichage = &affichage;
+  }
+  // Until the batch has ended and the file selected is read, or shown as
+  // unreadable.
+  void Attendre() {
+    const auto fin = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+    while (std::chrono::steady_clock::now() < fin) {
+      atelier.TraiterEvenements();
+      const bool lu = !atelier.RangChoisi() || atelier.Montre() != nullptr ||
+                      (!atelier.MessageFichier().empty() && !atelier.MessageFichier().starts_with("Lecture"));
+      if (!atelier.EtatAvancement().enCours && lu) return;
+      std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    FAIL() << "the batch never ended";
+  }
+  std::vector<std::string> Rangees() {
+    std::vector<std::string> r;
+    for (std::size_t k = 0; k < atelier.Table().Taille(); ++k) {
+      const LigneFichier& l = atelier.Table().Ligne(k);
+      r.push_back(l.source + " " + std::string(MotIssueFenetre(l.issue)) + (l.raison.empty() ? "" : ": " + l.raison));
+    }
+    return r;
+  }
+};
+
+// Folders, files of every kind, a file dropped twice, a folder without
+// point files and a name that is not there: each gets its row, the batch
+// runs each point file once, problems come first, and the first file with
+// problems is shown.
+TEST(Atelier, DepotsDeToutesSortes) {
+  Banc b;
+  fs::create_directories("livraison/sous");
+  fs::create_directory("vide");
+  EcrireFichier("livraison/f10.ptv", Points(3));
+  EcrireFichier("livraison/f2.ptv", Points(2) + kRejetee);
+  EcrireFichier("livraison/sous/f1.ptv", Points(1));
+  EcrireFichier("livraison/notes.txt", "rien");
+  EcrireFichier("vide/lisezmoi.txt", "rien");
+  EcrireFichier("notes.txt", "rien");
+  b.atelier.Deposer({"livraison", "livraison/f2.ptv", "notes.txt", "vide", "absent.ptv"});
+  b.Attendre();
+  EXPECT_EQ(b.vue.dialogues, 1);
+  EXPECT_EQ(b.Rangees(), (std::vector<std::string>{
+                             "absent.ptv échec: Le fichier absent.ptv ne peut pas être ouvert",
+                             "livraison/f2.ptv rejets",
+                             "notes.txt non traité: n'est pas un fichier de points (.ptv, .ptp ou .pts)",
+                             "vide non traité: aucun fichier de points (.ptv, .ptp ou .pts)",
+                             "livraison/f10.ptv converti",
+                             "livraison/sous/f1.ptv converti",
+                         }));
+  ASSERT_EQ(b.atelier.RangChoisi(), 1u);
+  ASSERT_NE(b.atelier.Montre(), nullptr);
+  EXPECT_EQ(b.atelier.Montre()->Rejets().size(), 1u);
+  EXPECT_FALSE(fs::exists("livraison/f2.ptp"));  // check only, by default
+  EXPECT_TRUE(fs::exists("livraison/f2.ptv.log"));
+  EXPECT_EQ(b.atelier.Table().Cellule(1, 4), "1");  // its reading error
+}
+
+// The dialog's choices make the batch's options; Abandonner runs nothing;
+// a folder is asked for where the targets go into one.
+TEST(Atelier, DialogueDuLot) {
+  Banc b;
+  fs::create_directory("d");
+  EcrireFichier("d/a.ptv", Points(2));
+  EcrireFichier("d/b.ptp", "");
+  b.vue.dialogue = nullptr;
+  b.atelier.Deposer({"d"});
+  b.Attendre();
+  EXPECT_EQ(b.atelier.Table().Taille(), 0u);
+
+  b.dialogues.dossiers.push_back("sortie");
+  fs::create_directory("sortie");
+  b.vue.dialogue = [&](LogiqueDialogueLot& d) {
+    d.Liste_Click("lstAction", "Contrôler et convertir");
+    d.Liste_Click("lstDestination", "Dans un dossier");
+    EXPECT_FALSE(d.btnControler_Click(nullptr));  // no folder yet
+    d.btnDossier_Click(nullptr);
+    d.Liste_Click("lstEchelle", "5000");
+    d.Liste_Click("lstTheme", "OD");
+    d.Liste_Click("lstPtp", "Points au format MD01 (.ptm)");
+    d.Liste_Click("lstSysteme", "EPSG:2056 (MN95)");
+    d.Case_Click("chkCsv", true);
+    d.Liste_Click("lstEchelle", "12");  // not an entry: nothing changes
+    EXPECT_EQ(d.Selection("lstEchelle"), "5000");
+    EXPECT_EQ(d.TexteDossier(), "sortie");
+    return d.btnControler_Click(nullptr);
+  };
+  b.atelier.Deposer({"d"});
+  b.Attendre();
+  EXPECT_EQ(b.boites.boites.at(0).texte, "Choisissez le dossier des cibles, journaux et exports.");
+  EXPECT_TRUE(fs::exists("sortie/a.ptp"));
+  EXPECT_TRUE(fs::exists("sortie/a.csv"));
+  EXPECT_TRUE(fs::exists("sortie/b.ptm"));
+  const lot::OptionsLot o = OptionsDuChoix(b.atelier.Choix(), {"d"});
+  EXPECT_EQ(o.classeEchelle, 6);
+  EXPECT_EQ(o.groupeTheme, 3);
+  EXPECT_EQ(o.epsg, 2056);
+  EXPECT_FALSE(o.verification);
+}
+
+// Annuler stops as Ctrl-C stops quillon-lot: every file keeps a row, those
+// not started are not run and write nothing. Closing during a batch asks;
+// Non keeps the window, Oui stops the batch first.
+TEST(Atelier, AnnulerEtFermerPendantUnLot) {
+  Banc b;
+  fs::create_directory("d");
+  for (int i = 0; i < 300; ++i) EcrireFichier("d/f" + std::to_string(i) + ".ptv", Points(2000, i));
+  b.atelier.Deposer({"d"});
+  EXPECT_FALSE(b.atelier.PeutFermer());  // Non
+  EXPECT_EQ(b.boites.boites.back().texte, "Un contrôle est en cours. L'arrêter et quitter ?");
+  b.atelier.btnAnnuler_Click();
+  b.Attendre();
+  std::size_t nonTraites = 0;
+  for (std::size_t k = 0; k < b.atelier.Table().Taille(); ++k) {
+    const LigneFichier& l = b.atelier.Table().Ligne(k);
+    if (l.issue == lot::Issue::NonTraite) {
+      ++nonTraites;
+      EXPECT_FALSE(fs::exists(l.source + ".log")) << l.source;
+    }
+  }
+  EXPECT_EQ(b.atelier.Table().Taille(), 300u);
+  EXPECT_GT(nonTraites, 0u);
+
+  b.atelier.Deposer({"d"});
+  b.boites.reponses.push_back(true);
+  EXPECT_TRUE(b.atelier.PeutFermer());
+  EXPECT_FALSE(b.atelier.EtatAvancement().enCours);
+}
+
+TEST(Atelier, OrdreNaturelEtTri) {
+  const struct {
+    const char *a, *b;
+    bool avant;
+  } cas[] = {{"f2", "f10", true}, {"f10", "f2", false}, {"F1", "f2", true}, {"a/f01", "a/f1", true},
+             {"a1b2", "a1b10", true}, {"x", "x1", true}, {"é", "z", false}, {"f1000", "f999", false}};
+  for (const auto& c : cas) EXPECT_EQ(AvantNaturel(c.a, c.b), c.avant) << c.a << " " << c.b;
+
+  TableFichiers t;
+  for (const char* nom : {"f10", "f2", "f1"}) {
+    LigneFichier l;
+    l.source = nom;
+    l.issue = lot::Issue::Converti;
+    l.comptes[0] = std::string(nom) == "f2" ? 5 : 1;
+    t.Ajouter(l);
+  }
+  LigneFichier rejets;
+  rejets.source = "f30";
+  rejets.issue = lot::Issue::Rejets;
+  t.Ajouter(rejets);
+  const auto ordre = [&] {
+    std::string s;
+    for (std::size_t k = 0; k < t.Taille(); ++k) s += t.Ligne(k).source + " ";
+    return s;
+  };
+  EXPECT_EQ(ordre(), "f30 f1 f2 f10 ");
+  t.Trier(TableFichiers::Colonne::Source);
+  EXPECT_EQ(ordre(), "f1 f2 f10 f30 ");
+  t.Trier(TableFichiers::Colonne::Source);
+  EXPECT_EQ(ordre(), "f30 f10 f2 f1 ");
+  t.Trier(TableFichiers::Colonne::Lues);
+  EXPECT_EQ(ordre(), "f30 f1 f10 f2 ");
+  rejets.issue = lot::Issue::Converti;
+  t.Ajouter(rejets);  // the same source: its row replaced
+  EXPECT_EQ(t.Taille(), 4u);
+}
+
+// A point clicked is chosen with its row in the list; a row clicked centres
+// its point; the tooltip tells the line, its identity and its messages.
+TEST(Atelier, CarteEtListes) {
+  Banc b;
+  EcrireFichier("a.ptv", Points(5) + kRejetee);
+  b.atelier.Deposer({"a.ptv"});
+  b.Attendre();
+  ASSERT_NE(b.atelier.Montre(), nullptr);
+  b.atelier.Carte_Taille(400, 300);
+  b.atelier.btnVueDEnsemble_Click();
+  const VueCarte& v = b.atelier.Vue();
+  const double px = v.Px(2600125.450), py = v.Py(1200456.780);
+  EXPECT_EQ(b.atelier.Carte_Survol(px, py), "ligne 6 — ?\nLe numéro de point: '      10010x' n'est pas valide");
+  b.atelier.Carte_Clic(px, py);
+  EXPECT_EQ(b.atelier.LigneChoisie(), 5u);
+  EXPECT_EQ(b.atelier.RangDansListe(true), 0u);
+  b.atelier.Carte_Glisser(50, 0);
+  b.atelier.Liste_Clic(true, 0);
+  EXPECT_NEAR(b.atelier.Vue().Px(2600125.450), 200, 1e-6);
+  EXPECT_EQ(b.atelier.Dessiner().croix.size(), 1u);
+  b.atelier.btnOuvrirDossier_Click();
+  EXPECT_EQ(b.documents.dossiers, std::vector<std::string>{"."});
+  b.atelier.btnVoirRapport_Click();
+  EXPECT_EQ(b.documents.ouverts, std::vector<std::string>{"quillon-a.ptv.html"});
+}
+
+}  // namespace
+}  // namespace quillon::test
