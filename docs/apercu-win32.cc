@@ -25,6 +25,12 @@ struct DialoguesDApercu : quillon::DialoguesFichiers {
                                                         int) override {
     return quillon::FichierChoisi{"lot12", 1};
   }
+  std::vector<std::string> OuvrirPlusieurs(quillon::Parent, const std::string&, const std::string&) override {
+    return {};
+  }
+  std::optional<std::string> ChoisirDossier(quillon::Parent, const std::string&, const std::string&) override {
+    return std::nullopt;
+  }
 };
 
 }  // namespace

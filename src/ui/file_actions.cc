@@ -22,7 +22,7 @@ std::string SansExtension(std::string nom, std::string_view extension) {
     for (std::size_t k = 0; k < extension.size(); ++k) {
       meme = meme && std::tolower(static_cast<unsigned char>(nom[nom.size() - extension.size() + k])) == extension[k];
     }
-    if (meme) nom.resize(nom.size() - n);
+    if (meme) nom.erase(nom.size() - n);
   }
   return nom;
 }
