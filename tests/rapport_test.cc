@@ -1,0 +1,63 @@
+// What the reports compute on their own: the quartiles of the far points.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <random>
+
+#include "report/controles.h"
+
+namespace quillon {
+namespace {
+
+// The quartiles as a sort would give them: the values of the ranks around
+// each position, taken by std::nth_element, interpolated.
+std::array<double, 3> QuartilesDeReference(std::vector<double> v) {
+  std::array<double, 3> q{};
+  auto rang = [&](std::size_t k) {
+    std::nth_element(v.begin(), v.begin() + static_cast<std::ptrdiff_t>(k), v.end());
+    return v[k];
+  };
+  for (std::size_t k = 0; k < 3; ++k) {
+    const double position = 0.25 * static_cast<double>(k + 1) * static_cast<double>(v.size() - 1);
+    const auto bas = static_cast<std::size_t>(position);
+    const double reste = position - static_cast<double>(bas);
+    q[k] = bas + 1 < v.size() ? rang(bas) + reste * (rang(bas + 1) - rang(bas)) : rang(bas);
+  }
+  return q;
+}
+
+struct CasQuartiles {
+  const char* nom;
+  std::size_t n;
+  double (*valeur)(std::size_t i, std::mt19937_64& hasard);
+};
+
+const CasQuartiles kCasQuartiles[] = {
+    {"one value", 1, [](std::size_t, std::mt19937_64&) { return 2600000.0; }},
+    {"two values", 2, [](std::size_t i, std::mt19937_64&) { return 10.0 - static_cast<double>(i); }},
+    {"five, reversed", 5, [](std::size_t i, std::mt19937_64&) { return -static_cast<double>(i); }},
+    {"all equal", 1000, [](std::size_t, std::mt19937_64&) { return 1200000.125; }},
+    {"two values many times", 999, [](std::size_t i, std::mt19937_64&) { return i % 2 ? 1.0 : 3.0; }},
+    {"uniform", 100'001,
+     [](std::size_t, std::mt19937_64& h) { return 2600000 + std::uniform_real_distribution<>(0, 5000)(h); }},
+    {"a cluster and a wrong leading digit", 200'000,
+     [](std::size_t i, std::mt19937_64& h) {
+       return (i % 50'000 == 7 ? 1600000.0 : 2600000.0) + std::uniform_int_distribution<>(0, 99'999)(h) / 1000.0;
+     }},
+    {"millimetres on a wide range", 50'000,
+     [](std::size_t i, std::mt19937_64&) { return static_cast<double>(i * i % 1'000'003) / 1000.0 - 500; }},
+};
+
+TEST(Quartiles, CeuxDeNthElement) {
+  for (const CasQuartiles& cas : kCasQuartiles) {
+    std::mt19937_64 hasard(7);
+    std::vector<double> v(cas.n);
+    for (std::size_t i = 0; i < cas.n; ++i) v[i] = cas.valeur(i, hasard);
+    const auto [min, max] = std::minmax_element(v.begin(), v.end());
+    EXPECT_EQ(Quartiles(v, *min, *max), QuartilesDeReference(v)) << cas.nom;
+  }
+}
+
+}  // namespace
+}  // namespace quillon
