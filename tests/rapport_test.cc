@@ -1,4 +1,6 @@
-// What the reports compute on their own: the quartiles of the far points.
+// What the reports compute and write on their own: the quartiles of the
+// far points, the texts of metres and identities, and what escapes a file's
+// text in a page.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -6,6 +8,7 @@
 #include <random>
 
 #include "report/controles.h"
+#include "report/page.h"
 
 namespace quillon {
 namespace {
@@ -56,6 +59,63 @@ TEST(Quartiles, CeuxDeNthElement) {
     for (std::size_t i = 0; i < cas.n; ++i) v[i] = cas.valeur(i, hasard);
     const auto [min, max] = std::minmax_element(v.begin(), v.end());
     EXPECT_EQ(Quartiles(v, *min, *max), QuartilesDeReference(v)) << cas.nom;
+  }
+}
+
+TEST(TextesRapport, Metres) {
+  struct {
+    double metres;
+    int decimales;
+    const char* fixe;
+    const char* court;
+  } const cas[] = {
+      {0.1, 3, "0.100", "0.1"},
+      {2.5, 4, "2.5000", "2.5"},
+      {100, 3, "100.000", "100"},
+      {2600000, 0, "2600000", "2600000"},
+      {-0.0004, 3, "0.000", "0"},
+      {-0.0006, 3, "-0.001", "-0.001"},
+      {-12.5, 1, "-12.5", "-12.5"},
+      {0.00005, 4, "0.0001", "0.0001"},
+      {1e15, 0, "1000000000000000", "1000000000000000"},
+  };
+  for (const auto& c : cas) {
+    EXPECT_EQ(TexteMetres(c.metres, c.decimales), c.fixe) << c.metres;
+    EXPECT_EQ(TexteMetresCourt(c.metres, c.decimales), c.court) << c.metres;
+  }
+  EXPECT_EQ(Millimetres(2.0005), 2001);
+  EXPECT_EQ(Millimetres(-1e300), -1'000'000'000'000'000);
+}
+
+TEST(TextesRapport, Identite) {
+  struct {
+    int theme, commune, plan;
+    const char* numero;
+    const char* texte;
+  } const cas[] = {
+      {6, 236, 1502, "          91", "6/236/1502/91"},
+      {10, 1, 2, "A 7   ", "blanc/1/2/A 7"},
+      {1, 0, 0, "            ", "1/0/0/"},
+      {-1, 3, 4, "x", "illisible/3/4/x"},
+  };
+  for (const auto& c : cas) EXPECT_EQ(TexteIdentite(c.theme, c.commune, c.plan, c.numero), c.texte);
+}
+
+// A file's text shows as it is and makes no tag, in the page and in its
+// data block.
+TEST(PageRapport, TexteEchappe) {
+  struct {
+    std::string_view texte, html, json;
+  } const cas[] = {
+      {"</script><b>", "&lt;/script&gt;&lt;b&gt;", "\"\\u003c/script\\u003e\\u003cb\\u003e\""},
+      {"a&b \"c\" 'd'", "a&amp;b &quot;c&quot; &#39;d&#39;", "\"a\\u0026b \\\"c\\\" 'd'\""},
+      {"\\ \x01\t\xC3\xA9", "\\ \xEF\xBF\xBD\t\xC3\xA9", "\"\\\\ \\u0001\\u0009\xC3\xA9\""},
+  };
+  for (const auto& c : cas) {
+    EXPECT_EQ(EchapperHtml(c.texte), c.html);
+    std::string json;
+    AjouterTexteJson(json, c.texte);
+    EXPECT_EQ(json, c.json);
   }
 }
 
