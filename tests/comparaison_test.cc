@@ -88,8 +88,9 @@ TEST(RapportComparaison, UnFichierQuiNeChargeRien) {
   EXPECT_NE(html.find("a&lt;b&gt;&amp;&#39;.ptv"), std::string::npos);
   EXPECT_EQ(html.find("</script><b>"), std::string::npos);  // the rejected line, escaped
   // In millimetres from the whole metres below the points: the old place, the
-  // kind (moved), the new place; the arrows as long as the move, which spans
-  // the picture.
+  // kind (moved, the fourth named), the new place; the arrows as long as the
+  // move, which spans the picture.
+  EXPECT_NE(html.find("\"sortes\":[\"identique\",\"nouveau\",\"supprime\",\"deplace\","), std::string::npos);
   EXPECT_NE(html.find("\"f\":1,\"p\":[450,780,3,550,780]"), std::string::npos);
 }
 

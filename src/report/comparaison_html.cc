@@ -12,8 +12,10 @@ namespace {
 
 constexpr ScriptPage kScript{kScriptComparaison, kHashScriptComparaison};
 
-// The kinds of drawn points, as the script reads them.
+// The kinds of drawn points, named in the data block in this order: the
+// unchanged first, drawn below the rest.
 enum : int { kIdentique, kNouveau, kSupprime, kDeplace, kModifie, kDoublon };
+constexpr std::string_view kSortes[] = {"identique", "nouveau", "supprime", "deplace", "modifie", "doublon"};
 
 constexpr std::string_view kStyle =
     "tr[data-p]{cursor:pointer}tr[data-p]:hover{background:#f4f8ff}.totaux td{font-size:16px;font-weight:bold}"
@@ -103,8 +105,8 @@ void AjouterIdentiques(Dessin& dessin, const Comparaison& c, const RepereCarte& 
   }
 }
 
-// The data block: the frame, the arrows' factor, the points and their
-// identities.
+// The data block: the frame, the kinds' names, the arrows' factor, the
+// points and their identities.
 std::string Donnees(const Comparaison& c, Dessin& dessin) {
   const Emprise emprise = EmpriseDe(c);
   const RepereCarte repere(emprise);
@@ -112,7 +114,12 @@ std::string Donnees(const Comparaison& c, Dessin& dessin) {
   AjouterIdentiques(dessin, c, repere);
   std::string s = "{";
   repere.AjouterJson(s);
-  s += ",\"f\":" + TexteMetres(FacteurFleches(c, emprise), 0) + ",\"p\":[" + dessin.points + "],\"id\":[" +
+  s += ",\"sortes\":[";
+  for (const std::string_view sorte : kSortes) {
+    if (sorte != kSortes[0]) s += ',';
+    AjouterTexteJson(s, sorte);
+  }
+  s += "],\"f\":" + TexteMetres(FacteurFleches(c, emprise), 0) + ",\"p\":[" + dessin.points + "],\"id\":[" +
        dessin.ids + "]}";
   return s;
 }

@@ -13,8 +13,10 @@ namespace {
 
 constexpr ScriptPage kScript{kScriptRapport, kHashScriptRapport};
 
-// Flags of a drawn point, as the script reads them.
+// Flags of a drawn point, named in the data block for the script.
 enum : uint8_t { kRejete = 1, kDoublon = 2, kProche = 4, kEloigne = 8, kIgnore = 16 };
+constexpr std::pair<std::string_view, uint8_t> kDrapeaux[] = {
+    {"rejete", kRejete}, {"doublon", kDoublon}, {"proche", kProche}, {"eloigne", kEloigne}, {"ignore", kIgnore}};
 // The flags whose points are all drawn exactly above kPointsTous, at most
 // kParSorte of each, in the order of their bits.
 constexpr const char* kSortesExactes[] = {"rejetés", "en double", "proches", "éloignés"};
@@ -173,6 +175,13 @@ std::string Donnees(const Collecte& c, const Cadre& d, const Passage& passage, s
   d.repere.AjouterJson(s);
   s += ",";
   const std::array<int, 256> themes = AjouterThemes(s, c, d, passage);
+  s += ",\"drapeaux\":{";
+  for (const auto& [nom, bit] : kDrapeaux) {
+    if (bit != kRejete) s += ',';
+    AjouterTexteJson(s, nom);
+    s += ':' + Nombre(bit);
+  }
+  s += "}";
   const std::array<std::size_t, 4> laisses = AjouterPoints(s, c, d, passage, themes);
   if (!d.tous) {
     AjouterDensite(s, d, passage);
