@@ -1,15 +1,28 @@
-# Embeds src/report/rapport.js in a header at configure time, with the
-# SHA-256 of its bytes in base64 for the report's Content-Security-Policy:
-# every build, the Windows one included, carries the same bytes. A third
-# argument names another script: kScript<NOM> and kHashScript<NOM>.
-function(quillon_embarquer_script source sortie)
-  set(nom Rapport)
-  if(ARGC GREATER 2)
-    set(nom ${ARGV2})
-  endif()
-  get_filename_component(fichier ${source} NAME)
-  file(READ ${source} script)
-  file(SHA256 ${source} hex)
+# Embeds a page's script in a header at configure time: the sources given,
+# joined in their order (the map's, then the page's own) and stripped of
+# their comments and indentation, as kScript<NOM>,
+# and the SHA-256 of those bytes in base64 for the page's
+# Content-Security-Policy as kHashScript<NOM>. Every build, the Windows one
+# included, carries the same bytes.
+function(quillon_embarquer_script nom sortie)
+  set(script "")
+  set(fichiers "")
+  foreach(source IN LISTS ARGN)
+    get_filename_component(fichier ${source} NAME)
+    file(READ ${source} morceau)
+    string(APPEND script "${morceau}")
+    list(APPEND fichiers src/report/${fichier})
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${source})
+  endforeach()
+  list(JOIN fichiers " and " fichiers)
+  # What the browser needs alone: no comment, no indentation, no blank line
+  # (the scripts hold no text that spans lines or holds " // ").
+  string(REGEX REPLACE "\n[ ]*//[^\n]*" "" script "\n${script}")
+  string(REGEX REPLACE "[ ]+// [^\n]*" "" script "${script}")
+  string(REGEX REPLACE "\n[ ]+" "\n" script "${script}")
+  string(REGEX REPLACE "\n\n+" "\n" script "${script}")
+  string(REGEX REPLACE "^\n" "" script "${script}")
+  string(SHA256 hex "${script}")
   set(alphabet "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/")
   set(base64 "")
   # 32 bytes: ten groups of three, then two bytes and one "=".
@@ -32,9 +45,8 @@ function(quillon_embarquer_script source sortie)
     endforeach()
   endforeach()
   string(APPEND base64 "=")
-  file(WRITE ${sortie}.tmp "// Generated from src/report/${fichier}: do not edit.\n#pragma once\n#include <string_view>\n"
+  file(WRITE ${sortie}.tmp "// Generated from ${fichiers}, without their comments: do not edit.\n#pragma once\n#include <string_view>\n"
        "namespace quillon {\ninline constexpr std::string_view kScript${nom} = R\"QUILLONJS(${script})QUILLONJS\";\n"
        "inline constexpr const char* kHashScript${nom} = \"sha256-${base64}\";\n}  // namespace quillon\n")
   file(COPY_FILE ${sortie}.tmp ${sortie} ONLY_IF_DIFFERENT)
-  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${source})
 endfunction()

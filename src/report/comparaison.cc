@@ -321,19 +321,6 @@ bool Comparer(const std::string& ancien, const std::string& nouveau, const Regla
   return true;
 }
 
-std::string TexteIdentite(const PointCompare& p) {
-  return (p.theme == kThemeBlanc ? std::string("blanc") : Entier(p.theme)) + "/" + Entier(p.commune) + "/" +
-         Entier(p.plan) + "/" + std::string(Rogne({p.numero, sizeof p.numero}));
-}
-
-std::string TexteMetres(double metres, int decimales) {
-  char texte[64];
-  const auto r = std::to_chars(texte, texte + sizeof texte, metres, std::chars_format::fixed, decimales);
-  std::string s(texte, r.ptr);
-  if (s.front() == '-' && s.find_first_not_of("-0.") == std::string::npos) s.erase(0, 1);
-  return s;
-}
-
 std::string TexteComparaison(const Comparaison& c, std::string_view finLigne) {
   std::string s;
   auto lignes = [](const std::vector<PointCompare>& p, uint32_t debut, uint32_t nombre) {

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "io/file_system.h"
+#include "report/textes.h"
 
 namespace quillon {
 
@@ -114,11 +115,10 @@ struct Comparaison {
 bool Comparer(const std::string& ancien, const std::string& nouveau, const ReglagesComparaison& reglages,
               Comparaison& resultat, std::string& erreur, SystemeFichiers& systeme = SystemeFichiersReel());
 
-// The identity as the reports show it: theme/commune/plan/number, a blank
-// theme as "blanc". Windows-1252.
-std::string TexteIdentite(const PointCompare& p);
-// A length in metres, fixed decimals, never "-0.000".
-std::string TexteMetres(double metres, int decimales);
+// The point's identity as every report shows it. Windows-1252.
+inline std::string TexteIdentite(const PointCompare& p) {
+  return TexteIdentite(p.theme, p.commune, p.plan, {p.numero, sizeof p.numero});
+}
 
 // The text output: one line per difference, tab-separated, then the totals
 // and the fields compared; each line ended by `finLigne`. Windows-1252.

@@ -121,8 +121,8 @@ std::vector<double> ValeursDeRangs(const std::vector<double>& v, double min, dou
   return valeurs;
 }
 
-// The first and third quartiles and the median, interpolated between the
-// values of the ranks around each.
+}  // namespace
+
 std::array<double, 3> Quartiles(const std::vector<double>& v, double min, double max) {
   const std::size_t n = v.size();
   std::array<double, 3> positions{};
@@ -148,10 +148,11 @@ std::array<double, 3> Quartiles(const std::vector<double>& v, double min, double
   return q;
 }
 
+namespace {
+
 void Etendre(std::optional<Etendue>& e, const LigneCollectee& p) {
-  if (!e) e = Etendue{p.y, p.y, p.x, p.x, {}, {}};
-  e->yMin = std::min(e->yMin, p.y), e->yMax = std::max(e->yMax, p.y);
-  e->xMin = std::min(e->xMin, p.x), e->xMax = std::max(e->xMax, p.x);
+  if (!e) e.emplace();
+  e->Ajouter(p.y, p.x);
   if (p.altitude != 0) {
     e->altitudeMin = std::min(e->altitudeMin.value_or(p.altitude), p.altitude);
     e->altitudeMax = std::max(e->altitudeMax.value_or(p.altitude), p.altitude);

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "model/emprise.h"
 #include "report/collecte.h"
 
 namespace quillon {
@@ -28,8 +29,7 @@ struct PointsProches {
   double distance = 0;
 };
 
-struct Etendue {
-  double yMin = 0, yMax = 0, xMin = 0, xMax = 0;
+struct Etendue : Emprise {
   std::optional<double> altitudeMin, altitudeMax;
 };
 
@@ -90,5 +90,10 @@ Controles Controler(const Collecte& collecte, double tolerance);
 
 // Rounded to a tenth of a millimetre, as the reports give distances.
 double Arrondi(double metres);
+
+// The first quartile, the median and the third quartile of v (not empty),
+// whose values lie in [min, max]: each interpolated between the values of
+// the two ranks around it.
+std::array<double, 3> Quartiles(const std::vector<double>& v, double min, double max);
 
 }  // namespace quillon

@@ -1,7 +1,6 @@
 #include "report/html.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <thread>
 
@@ -12,125 +11,38 @@
 namespace quillon {
 namespace {
 
-// Flags of a drawn point, as the script reads them.
+constexpr ScriptPage kScript{kScriptRapport, kHashScriptRapport};
+
+// Flags of a drawn point, named in the data block for the script.
 enum : uint8_t { kRejete = 1, kDoublon = 2, kProche = 4, kEloigne = 8, kIgnore = 16 };
+constexpr std::pair<std::string_view, uint8_t> kDrapeaux[] = {
+    {"rejete", kRejete}, {"doublon", kDoublon}, {"proche", kProche}, {"eloigne", kEloigne}, {"ignore", kIgnore}};
+// The flags whose points are all drawn exactly above kPointsTous, at most
+// kParSorte of each, in the order of their bits.
+constexpr const char* kSortesExactes[] = {"rejetés", "en double", "proches", "éloignés"};
 
 std::string Nombre(int64_t n) { return std::to_string(n); }
 
-std::string Metres(double v, int decimales = 4) {
-  char texte[64];
-  const auto r = std::to_chars(texte, texte + sizeof texte, v, std::chars_format::fixed, decimales);
-  std::string s(texte, r.ptr);
-  if (s.find('.') != std::string::npos) {
-    while (s.back() == '0') s.pop_back();
-    if (s.back() == '.') s.pop_back();
-  }
-  return s;
-}
-
-std::string Html(std::string_view cp1252) { return EchapperHtml(Cp1252VersUtf8(cp1252)); }
-std::string Nom(std::string_view nom) { return EchapperHtml(NomEnUtf8(nom)); }
-
-// A JSON string inside <script>: no '<', '>' or '&' as themselves.
-void AjouterJson(std::string& s, std::string_view utf8) {
-  s += '"';
-  for (const char c : utf8) {
-    const auto u = static_cast<unsigned char>(c);
-    if (c == '"' || c == '\\') {
-      s += '\\', s += c;
-    } else if (u < 0x20 || c == '<' || c == '>' || c == '&') {
-      char t[8];
-      std::snprintf(t, sizeof t, "\\u%04x", u);
-      s += t;
-    } else {
-      s += c;
-    }
-  }
-  s += '"';
-}
-
-std::string TexteTheme(int theme) {
-  if (theme < 0) return "illisible";
-  if (theme == 10) return "blanc";
-  return Nombre(theme);
-}
-
+// A line's identity, UTF-8; "?" when it could not be read.
 std::string Identite(const Collecte& c, const LigneCollectee& l) {
   if (!l.Identite()) return "?";
-  std::string_view numero = c.NumeroPoint(l);
-  while (!numero.empty() && numero.front() == ' ') numero.remove_prefix(1);
-  while (!numero.empty() && numero.back() == ' ') numero.remove_suffix(1);
-  return TexteTheme(l.theme) + "/" + Nombre(l.commune) + "/" + Nombre(l.plan) + "/" + Cp1252VersUtf8(numero);
+  return Cp1252VersUtf8(TexteIdentite(l.theme, l.commune, l.plan, c.NumeroPoint(l)));
 }
 
-constexpr std::string_view kStyle = R"(<style>
-body{font:14px/1.4 system-ui,sans-serif;margin:16px;color:#222}
-h1{font-size:20px;margin:0 0 6px}h2{font-size:16px;margin:22px 0 6px}
-.verdict{font-size:18px;font-weight:bold;padding:6px 10px;display:inline-block;border-radius:4px}
-.ok{background:#d8f0d8}.rejets{background:#fde7c8}.echec{background:#f6cfd4}
-table{border-collapse:collapse}td,th{border:1px solid #ccc;padding:2px 6px;text-align:left;vertical-align:top}
-th{background:#f2f2f2}td.n{text-align:right}pre{margin:0;font:12px monospace;white-space:pre}
-tr[data-l]{cursor:pointer}tr[data-l]:hover{background:#f4f8ff}tr.sel{background:#fff3a0}
-.cadre{position:relative;border:1px solid #aaa}canvas{display:block;width:100%;height:520px;cursor:grab}
-#bulle{position:absolute;background:#fffbe0;border:1px solid #999;padding:3px 6px;white-space:pre;pointer-events:none;font-size:12px}
-.outils{margin:6px 0}.leg{margin-right:12px;white-space:nowrap}.leg::before{content:"";display:inline-block;width:9px;height:9px;margin-right:4px;background:var(--c)}
-.leg.anneau::before{background:none;border:2px solid var(--c);border-radius:50%}.leg.croix::before{content:"\00d7";color:var(--c);background:none;width:auto;height:auto;font-weight:bold}
-.note{color:#555;font-style:italic}.avertissement{color:#8a4b00;font-weight:bold}
-</style>)";
-
-std::string Debut(std::string_view titre, std::string_view script) {
-  std::string s = "<!DOCTYPE html>\n<html lang=\"fr\"><head><meta charset=\"utf-8\">\n"
-                  "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; script-src ";
-  s += script.empty() ? "'none'" : script;
-  s += "; style-src 'unsafe-inline'; img-src data:; base-uri 'none'; form-action 'none'\">\n"
-       "<meta name=\"viewport\" content=\"width=device-width\"><title>";
-  s += titre;
-  s += "</title>\n";
-  s += kStyle;
-  s += "</head><body>\n";
-  return s;
-}
-
-// One table: its header, then rows written by `rangee`, at most kParSorte,
-// with a note for the rest.
-template <typename Rangee>
-void Table(std::string& s, std::string_view id, std::string_view titre, std::string_view entetes, std::size_t nombre,
-           Rangee rangee) {
-  s += "<h2>" + std::string(titre) + " (" + Nombre(static_cast<int64_t>(nombre)) + ")</h2>\n";
-  if (nombre == 0) return;
-  s += "<table id=\"" + std::string(id) + "\"><thead><tr>" + std::string(entetes) + "</tr></thead><tbody>\n";
-  for (std::size_t k = 0; k < nombre && k < kParSorte; ++k) rangee(k);
-  s += "</tbody></table>\n";
-  if (nombre > kParSorte) {
-    s += "<p class=\"note\">" + Nombre(static_cast<int64_t>(nombre - kParSorte)) + " de plus non montrés.</p>\n";
-  }
-}
-
-std::string Case(std::string_view texte, bool nombre = false) {
-  return std::string(nombre ? "<td class=\"n\">" : "<td>") + std::string(texte) + "</td>";
-}
-
-// Where the points are drawn: their origin, in whole metres, and their
-// width and height in millimetres; above kPointsTous, the cells of the
-// density picture.
+// Where the points are drawn; above kPointsTous, the cells of the density
+// picture too.
 struct Cadre {
-  double oy = 0, ox = 0;
-  int64_t w = 0, h = 0;
+  RepereCarte repere;
   bool tous = true;
   int64_t nx = 0, ny = 0;
 };
 
-int64_t Millimetres(double v) { return static_cast<int64_t>(std::llround(std::clamp(v * 1000, -1e15, 1e15))); }
-
 Cadre CadreDe(const Collecte& c, const Controles& k) {
-  Cadre d;
-  const Etendue e = k.etendueDessin.value_or(Etendue{});
-  d.oy = std::floor(e.yMin), d.ox = std::floor(e.xMin);
-  d.w = Millimetres(e.yMax - d.oy), d.h = Millimetres(e.xMax - d.ox);
+  Cadre d{RepereCarte(k.etendueDessin.value_or(Etendue{}))};
   d.tous = c.Lignes().size() - k.sansCoordonnees.size() <= kPointsTous;
   if (!d.tous) {
     // 512 cells along the longer side, square cells.
-    const int64_t w = d.w, h = d.h;
+    const int64_t w = d.repere.largeur, h = d.repere.hauteur;
     d.nx = w >= h ? 512 : std::max<int64_t>(1, std::min<int64_t>(512, (512 * w + h - 1) / std::max<int64_t>(h, 1)));
     d.ny = w >= h ? std::max<int64_t>(1, std::min<int64_t>(512, (512 * h + w - 1) / std::max<int64_t>(w, 1))) : 512;
   }
@@ -152,13 +64,15 @@ void Parcourir(const Collecte& c, const Cadre& d, std::size_t debut, std::size_t
     const double t = mm > 0 ? v * 1000 * static_cast<double>(n) / static_cast<double>(mm) : 0;
     return t >= static_cast<double>(n - 1) ? n - 1 : t > 0 ? static_cast<int64_t>(t) : 0;
   };
+  const RepereCarte& r = d.repere;
   if (!d.tous) p.densite.assign(static_cast<std::size_t>(d.nx * d.ny), 0);
   for (std::size_t i = debut; i < fin; ++i) {
     const LigneCollectee& l = c.Lignes()[i];
     if (l.Issue() == IssueLigne::Rejetee) drapeaux[i] |= kRejete, p.rejetees.push_back(static_cast<uint32_t>(i));
     if (l.Issue() == IssueLigne::Ignoree) drapeaux[i] |= kIgnore;
     if (!d.tous && l.Coordonnees()) {
-      ++p.densite[static_cast<std::size_t>(cellule(l.x - d.ox, d.h, d.ny) * d.nx + cellule(l.y - d.oy, d.w, d.nx))];
+      ++p.densite[static_cast<std::size_t>(cellule(l.x - r.ox, r.hauteur, d.ny) * d.nx +
+                                           cellule(l.y - r.oy, r.largeur, d.nx))];
     }
   }
 }
@@ -184,39 +98,48 @@ Passage Parcourir(const Collecte& c, const Controles& k, const Cadre& d) {
   return p;
 }
 
-// The points to draw: every one up to kPointsTous, and above only those
-// with a flag, with the density of all of them.
-void Donnees(std::string& s, const Collecte& c, const Cadre& d, const Passage& passage, std::string& notes) {
+// The lines drawn, in order: every one with coordinates up to
+// kPointsTous, and above only those with a flag.
+template <typename F>
+void PourChaqueDessinee(const Collecte& c, const Cadre& d, const Passage& passage, F f) {
   const auto& lignes = c.Lignes();
-  const std::vector<uint8_t>& drapeaux = passage.drapeaux;
-  const bool tous = d.tous;
-  // In order of line; above kPointsTous, the flags tell which first.
-  auto dessines = [&](auto&& f) {
-    for (std::size_t i = 0; i < lignes.size(); ++i) {
-      if ((tous || drapeaux[i] != 0) && lignes[i].Coordonnees()) f(i, lignes[i]);
-    }
-  };
+  for (std::size_t i = 0; i < lignes.size(); ++i) {
+    if ((d.tous || passage.drapeaux[i] != 0) && lignes[i].Coordonnees()) f(i, lignes[i]);
+  }
+}
 
-  std::array<int, 256> themes{};  // by theme: its rank in the legend, plus one
-  dessines([&](std::size_t, const LigneCollectee& l) { themes[l.theme] = 1; });
-  s += "<script type=\"application/json\" id=\"donnees\">{\"o\":[" + Metres(d.oy) + "," + Metres(d.ox) +
-       "],\"e\":[" + Nombre(d.w) + "," + Nombre(d.h) + "],\"t\":[";
+// "t": the themes of the points drawn, in the order of their numbers; by
+// theme, its rank among them.
+std::array<int, 256> AjouterThemes(std::string& s, const Collecte& c, const Cadre& d, const Passage& passage) {
+  std::array<int, 256> themes{};  // by theme: its rank, plus one
+  PourChaqueDessinee(c, d, passage, [&](std::size_t, const LigneCollectee& l) { themes[l.theme] = 1; });
+  s += "\"t\":[";
   int rang = 0;
   for (std::size_t t = 0; t < themes.size(); ++t) {
     if (themes[t] == 0) continue;
     if (rang > 0) s += ',';
     themes[t] = ++rang;
-    AjouterJson(s, TexteTheme(static_cast<int>(t)));
+    AjouterTexteJson(s, TexteTheme(static_cast<int>(t)));
   }
-  s += "],\"p\":[";
+  s += "]";
+  return themes;
+}
+
+// "p" and "id": each point drawn (Y and X in millimetres, line number,
+// theme's rank, flags) and its identity; above kPointsTous, at most
+// kParSorte of each flag. By flag, the points left out.
+std::array<std::size_t, 4> AjouterPoints(std::string& s, const Collecte& c, const Cadre& d, const Passage& passage,
+                                         const std::array<int, 256>& themes) {
   std::string ids;
   std::array<std::size_t, 4> pris{}, laisses{};
   bool premier = true;
-  dessines([&](std::size_t i, const LigneCollectee& l) {
-    if (!tous) {
+  s += ",\"p\":[";
+  PourChaqueDessinee(c, d, passage, [&](std::size_t i, const LigneCollectee& l) {
+    const uint8_t drapeaux = passage.drapeaux[i];
+    if (!d.tous) {
       bool garde = false;
-      for (int b = 0; b < 4; ++b) {
-        if ((drapeaux[i] & (1 << b)) == 0) continue;
+      for (std::size_t b = 0; b < 4; ++b) {
+        if ((drapeaux & (1 << b)) == 0) continue;
         if (pris[b] < kParSorte) garde = true, ++pris[b];
         else ++laisses[b];
       }
@@ -224,225 +147,232 @@ void Donnees(std::string& s, const Collecte& c, const Cadre& d, const Passage& p
     }
     if (!premier) s += ',', ids += ',';
     premier = false;
-    s += Nombre(Millimetres(l.y - d.oy)) + ',' + Nombre(Millimetres(l.x - d.ox)) + ',' +
-         Nombre(static_cast<int64_t>(i) + 1) + ',' + Nombre(themes[l.theme] - 1) + ',' + Nombre(drapeaux[i]);
-    AjouterJson(ids, Identite(c, l));
+    s += Nombre(d.repere.Y(l.y)) + ',' + Nombre(d.repere.X(l.x)) + ',' + Nombre(static_cast<int64_t>(i) + 1) + ',' +
+         Nombre(themes[l.theme] - 1) + ',' + Nombre(drapeaux);
+    AjouterTexteJson(ids, Identite(c, l));
   });
   s += "],\"id\":[" + ids + "]";
-  if (!tous) {
-    // Every point in a grid of cells, counted.
-    const std::vector<uint32_t>& cellules = passage.densite;
-    s += ",\"d\":{\"n\":[" + Nombre(d.nx) + "," + Nombre(d.ny) + "],\"c\":[";
-    premier = true;
-    for (std::size_t i = 0; i < cellules.size(); ++i) {
-      if (cellules[i] == 0) continue;
-      if (!premier) s += ',';
-      premier = false;
-      s += Nombre(static_cast<int64_t>(i)) + ',' + Nombre(cellules[i]);
-    }
-    s += "]}";
-    notes = "Plus de " + Nombre(kPointsTous) +
-            " points : leur densité est dessinée, et chaque point rejeté, en double, proche ou éloigné exactement.";
-    static constexpr const char* kSortes[] = {"rejetés", "en double", "proches", "éloignés"};
-    for (int b = 0; b < 4; ++b) {
-      if (laisses[b] > 0) notes += " " + Nombre(static_cast<int64_t>(laisses[b])) + " points " + kSortes[b] + " non dessinés.";
+  return laisses;
+}
+
+// "d": every point's cell in the density picture, counted.
+void AjouterDensite(std::string& s, const Cadre& d, const Passage& passage) {
+  s += ",\"d\":{\"n\":[" + Nombre(d.nx) + "," + Nombre(d.ny) + "],\"c\":[";
+  bool premier = true;
+  for (std::size_t i = 0; i < passage.densite.size(); ++i) {
+    if (passage.densite[i] == 0) continue;
+    if (!premier) s += ',';
+    premier = false;
+    s += Nombre(static_cast<int64_t>(i)) + ',' + Nombre(passage.densite[i]);
+  }
+  s += "]}";
+}
+
+// The data block of the map; above kPointsTous, the note that says what
+// it leaves out.
+std::string Donnees(const Collecte& c, const Cadre& d, const Passage& passage, std::string& note) {
+  std::string s = "{";
+  d.repere.AjouterJson(s);
+  s += ",";
+  const std::array<int, 256> themes = AjouterThemes(s, c, d, passage);
+  s += ",\"drapeaux\":{";
+  for (const auto& [nom, bit] : kDrapeaux) {
+    if (bit != kRejete) s += ',';
+    AjouterTexteJson(s, nom);
+    s += ':' + Nombre(bit);
+  }
+  s += "}";
+  const std::array<std::size_t, 4> laisses = AjouterPoints(s, c, d, passage, themes);
+  if (!d.tous) {
+    AjouterDensite(s, d, passage);
+    note = "Plus de " + Nombre(kPointsTous) +
+           " points : leur densité est dessinée, et chaque point rejeté, en double, proche ou éloigné exactement.";
+    for (std::size_t b = 0; b < 4; ++b) {
+      if (laisses[b] == 0) continue;
+      note += " " + Nombre(static_cast<int64_t>(laisses[b])) + " points " + kSortesExactes[b] + " non dessinés.";
     }
   }
-  s += "}</script>\n";
+  return s + "}";
+}
+
+// The verdict, what the run tells besides, what was converted how, and the
+// summary.
+void AjouterTete(std::string& s, const EnteteRapport& t) {
+  s += "<h1>Rapport de contrôle</h1>\n";
+  switch (t.verdict) {
+    case Verdict::SansRejet: AjouterVerdict(s, "ok", "Aucune ligne rejetée"); break;
+    case Verdict::Rejets: AjouterVerdict(s, "rejets", Nombre(t.lignesRejetees) + " ligne(s) rejetée(s)"); break;
+    case Verdict::Echec: AjouterVerdict(s, "echec", "Échec : " + HtmlCp1252(t.message)); break;
+  }
+  for (const std::string& a : t.avertissements) s += "<p class=\"avertissement\">" + EchapperHtml(a) + "</p>\n";
+  AjouterEntete(
+      s, {{"Programme", EchapperHtml(t.programme) + " " + kTexteVersion},
+          {"Date", HtmlCp1252(t.date)},
+          {"Source", HtmlNom(t.source)},
+          {"Cible", HtmlNom(t.cible)},
+          {"Journal", HtmlNom(t.journal)},
+          {"Conversion", EchapperHtml(t.conversion) + (t.options.empty() ? "" : " " + EchapperHtml(t.options))}});
+  s += "<pre id=\"bilan\">";
+  for (const std::string& ligne : t.bilan) s += HtmlCp1252(ligne) + "\n";
+  s += "</pre>\n";
+}
+
+// A row that selects its line's point.
+std::string Rangee(uint32_t i) { return "<tr data-l=\"" + Nombre(int64_t{i} + 1) + "\">"; }
+std::string CaseLigne(uint32_t i) { return Cellule(Nombre(int64_t{i} + 1), true); }
+std::string CaseIdentite(const Collecte& c, uint32_t i) { return Cellule(EchapperHtml(Identite(c, c.Lignes()[i]))); }
+
+// Each rejected line: its fields and messages, and the source line when
+// it was kept.
+void TableRejets(std::string& s, const Collecte& c, const std::vector<uint32_t>& rejetees) {
+  std::size_t source = 0;
+  AjouterTable(s, "rejets", "Lignes rejetées",
+               "<th>Ligne</th><th>Identité</th><th>Champ</th><th>Message</th><th>Ligne source</th>", rejetees.size(),
+               [&](std::size_t r) {
+                 const uint32_t i = rejetees[r];
+                 std::string champs, messages;
+                 for (std::size_t m = c.Lignes()[i].premierMessage; m < c.FinMessages(i); ++m) {
+                   const MessageCollecte& msg = c.Messages()[m];
+                   if (!champs.empty()) champs += "<br>", messages += "\n";
+                   champs += HtmlCp1252(c.Champ(msg));
+                   messages += HtmlCp1252(c.TexteMessage(msg));
+                 }
+                 while (source < c.Sources().size() && c.Sources()[source].ligne < i) ++source;
+                 std::string texte;
+                 if (source < c.Sources().size() && c.Sources()[source].ligne == i) {
+                   texte = HtmlCp1252(c.TexteSource(c.Sources()[source]));
+                 }
+                 s += Rangee(i) + CaseLigne(i) + CaseIdentite(c, i) + Cellule(champs) + "<td><pre>" + messages +
+                      "</pre></td><td><pre>" + texte + "</pre></td></tr>\n";
+               });
+}
+
+// Duplicates, close points and far points.
+void TablesPoints(std::string& s, const Collecte& c, const Controles& k) {
+  AjouterTable(s, "doublons", "Points en double", "<th>Lignes</th><th>Identité</th><th>ΔY</th><th>ΔX</th><th>ΔH</th>",
+               k.doublons.size(), [&](std::size_t r) {
+                 const Doublon& d = k.doublons[r];
+                 std::string liste;
+                 for (uint32_t m = d.debut; m < d.debut + d.nombre; ++m) {
+                   liste.append(m > d.debut ? ", " : "").append(Nombre(k.membresDoublons[m] + 1));
+                 }
+                 const uint32_t premier = k.membresDoublons[d.debut];
+                 s += Rangee(premier) + Cellule(liste) + CaseIdentite(c, premier) +
+                      Cellule(TexteMetresCourt(d.dy), true) + Cellule(TexteMetresCourt(d.dx), true) +
+                      Cellule(d.dh ? TexteMetresCourt(*d.dh) : "", true) + "</tr>\n";
+               });
+  AjouterTable(s, "proches", "Points proches (" + TexteMetresCourt(k.tolerance) + " m au plus)",
+               "<th>Ligne</th><th>Identité</th><th>Ligne</th><th>Identité</th><th>Distance</th>", k.proches.size(),
+               [&](std::size_t r) {
+                 const PointsProches& p = k.proches[r];
+                 s += Rangee(p.a) + CaseLigne(p.a) + CaseIdentite(c, p.a) + CaseLigne(p.b) + CaseIdentite(c, p.b) +
+                      Cellule(TexteMetresCourt(p.distance), true) + "</tr>\n";
+               });
+  AjouterTable(s, "eloignes", "Points éloignés", "<th>Ligne</th><th>Identité</th><th>Y</th><th>X</th>",
+               k.eloignes.size(), [&](std::size_t r) {
+                 const uint32_t i = k.eloignes[r];
+                 const LigneCollectee& l = c.Lignes()[i];
+                 s += Rangee(i) + CaseLigne(i) + CaseIdentite(c, i) + Cellule(TexteMetresCourt(l.y, 3), true) +
+                      Cellule(TexteMetresCourt(l.x, 3), true) + "</tr>\n";
+               });
+}
+
+// Lines without coordinates, the counts by theme and by rejected field, and
+// the extent.
+void TablesComptes(std::string& s, const Controles& k) {
+  AjouterTable(s, "sans", "Lignes sans coordonnées lisibles", "<th>Ligne</th>", k.sansCoordonnees.size(),
+               [&](std::size_t r) { s += "<tr>" + CaseLigne(k.sansCoordonnees[r]) + "</tr>\n"; });
+  AjouterTable(s, "themes", "Par thème", "<th>Thème</th><th>Converties</th><th>Ignorées</th><th>Rejetées</th>",
+               k.parTheme.size(), [&](std::size_t r) {
+                 const ParTheme& p = k.parTheme[r];
+                 s += "<tr>" + Cellule(TexteTheme(p.theme));
+                 for (const int64_t n : p.nombres) s += Cellule(Nombre(n), true);
+                 s += "</tr>\n";
+               });
+  AjouterTable(s, "champs", "Par champ rejeté", "<th>Champ</th><th>Lignes</th><th>Premières lignes</th>",
+               k.parChamp.size(), [&](std::size_t r) {
+                 const ParChamp& p = k.parChamp[r];
+                 std::string premieres;
+                 for (uint32_t i : p.premieres) {
+                   premieres.append(premieres.empty() ? "" : ", ").append(Nombre(int64_t{i} + 1));
+                 }
+                 s += "<tr>" + Cellule(HtmlCp1252(p.champ)) + Cellule(Nombre(p.lignes), true) + Cellule(premieres) +
+                      "</tr>\n";
+               });
+  if (!k.etendue) return;
+  const Etendue& e = *k.etendue;
+  auto metres = [](std::optional<double> v) { return Cellule(v ? TexteMetresCourt(*v, 3) : "", true); };
+  s += "<h2>Étendue des points convertis</h2>\n<table id=\"etendue\"><tr><th></th><th>min</th><th>max</th></tr>"
+       "<tr><th>Y</th>" + metres(e.yMin) + metres(e.yMax) + "</tr><tr><th>X</th>" + metres(e.xMin) + metres(e.xMax) +
+       "</tr><tr><th>Altitude</th>" + metres(e.altitudeMin) + metres(e.altitudeMax) + "</tr></table>\n";
 }
 
 }  // namespace
 
-std::string EchapperHtml(std::string_view utf8) {
-  std::string s;
-  s.reserve(utf8.size());
-  for (const char c : utf8) {
-    switch (c) {
-      case '&': s += "&amp;"; break;
-      case '<': s += "&lt;"; break;
-      case '>': s += "&gt;"; break;
-      case '"': s += "&quot;"; break;
-      case '\'': s += "&#39;"; break;
-      default:
-        if (static_cast<unsigned char>(c) < 0x20 && c != '\t') s += "\xEF\xBF\xBD";
-        else s += c;
-    }
-  }
-  return s;
-}
-
 std::string RapportHtml(const EnteteRapport& t, const Collecte& c, const Controles& k) {
-  const auto& lignes = c.Lignes();
   const Cadre cadre = CadreDe(c, k);
   const Passage passage = Parcourir(c, k, cadre);
-  const std::vector<uint32_t>& rejetees = passage.rejetees;
-
-  std::string s = Debut("Rapport de contrôle – " + Nom(t.source), std::string("'") + kHashScriptRapport + "'");
-  s += "<h1>Rapport de contrôle</h1>\n<p class=\"verdict ";
-  switch (t.verdict) {
-    case Verdict::SansRejet: s += "ok\">Aucune ligne rejetée"; break;
-    case Verdict::Rejets: s += "rejets\">" + Nombre(t.lignesRejetees) + " ligne(s) rejetée(s)"; break;
-    case Verdict::Echec: s += "echec\">Échec : " + Html(t.message); break;
-  }
-  s += "</p>\n";
-  for (const std::string& a : t.avertissements) s += "<p class=\"avertissement\">" + EchapperHtml(a) + "</p>\n";
-  s += "<table class=\"entete\">";
-  auto entete = [&](std::string_view cle, const std::string& valeur) {
-    s += "<tr><th>" + std::string(cle) + "</th><td>" + valeur + "</td></tr>";
-  };
-  entete("Programme", EchapperHtml(t.programme) + " " + kTexteVersion);
-  entete("Date", Html(t.date));
-  entete("Source", Nom(t.source));
-  entete("Cible", Nom(t.cible));
-  entete("Journal", Nom(t.journal));
-  entete("Conversion", EchapperHtml(t.conversion) + (t.options.empty() ? "" : " " + EchapperHtml(t.options)));
-  s += "</table>\n<pre id=\"bilan\">";
-  for (const std::string& ligne : t.bilan) s += Html(ligne) + "\n";
-  s += "</pre>\n";
-
-  std::string notes;
-  s += "<h2>Dessin des points</h2><div class=\"outils\"><button id=\"tout\" type=\"button\">Vue d'ensemble</button> "
-       "<span id=\"legende\"></span></div>\n<div class=\"cadre\"><canvas id=\"dessin\"></canvas>"
-       "<div id=\"bulle\" hidden></div></div>\n";
-  std::string donnees;
-  Donnees(donnees, c, cadre, passage, notes);
-  if (!notes.empty()) s += "<p class=\"note\">" + EchapperHtml(notes) + "</p>\n";
-
-  std::size_t source = 0;
-  Table(s, "rejets", "Lignes rejetées",
-        "<th>Ligne</th><th>Identité</th><th>Champ</th><th>Message</th><th>Ligne source</th>", rejetees.size(),
-        [&](std::size_t r) {
-          const uint32_t i = rejetees[r];
-          std::string champs, messages;
-          for (std::size_t m = lignes[i].premierMessage; m < c.FinMessages(i); ++m) {
-            const MessageCollecte& msg = c.Messages()[m];
-            if (!champs.empty()) champs += "<br>", messages += "\n";
-            champs += Html(c.Champ(msg));
-            messages += Html(c.TexteMessage(msg));
-          }
-          while (source < c.Sources().size() && c.Sources()[source].ligne < i) ++source;
-          std::string texte;
-          if (source < c.Sources().size() && c.Sources()[source].ligne == i) texte = Html(c.TexteSource(c.Sources()[source]));
-          s += "<tr data-l=\"" + Nombre(i + 1) + "\">" + Case(Nombre(i + 1), true) +
-               Case(EchapperHtml(Identite(c, lignes[i]))) + Case(champs) + "<td><pre>" + messages +
-               "</pre></td><td><pre>" + texte + "</pre></td></tr>\n";
-        });
-  Table(s, "doublons", "Points en double", "<th>Lignes</th><th>Identité</th><th>ΔY</th><th>ΔX</th><th>ΔH</th>",
-        k.doublons.size(), [&](std::size_t r) {
-          const Doublon& d = k.doublons[r];
-          std::string liste;
-          for (uint32_t m = 0; m < d.nombre; ++m) {
-            if (m) liste += ", ";
-            liste += Nombre(k.membresDoublons[d.debut + m] + 1);
-          }
-          const uint32_t premier = k.membresDoublons[d.debut];
-          s += "<tr data-l=\"" + Nombre(premier + 1) + "\">" + Case(liste) +
-               Case(EchapperHtml(Identite(c, lignes[premier]))) + Case(Metres(d.dy), true) + Case(Metres(d.dx), true) +
-               Case(d.dh ? Metres(*d.dh) : "", true) + "</tr>\n";
-        });
-  Table(s, "proches", "Points proches (" + Metres(k.tolerance) + " m au plus)",
-        "<th>Ligne</th><th>Identité</th><th>Ligne</th><th>Identité</th><th>Distance</th>", k.proches.size(),
-        [&](std::size_t r) {
-          const PointsProches& p = k.proches[r];
-          s += "<tr data-l=\"" + Nombre(p.a + 1) + "\">" + Case(Nombre(p.a + 1), true) +
-               Case(EchapperHtml(Identite(c, lignes[p.a]))) + Case(Nombre(p.b + 1), true) +
-               Case(EchapperHtml(Identite(c, lignes[p.b]))) + Case(Metres(p.distance), true) + "</tr>\n";
-        });
-  Table(s, "eloignes", "Points éloignés", "<th>Ligne</th><th>Identité</th><th>Y</th><th>X</th>", k.eloignes.size(),
-        [&](std::size_t r) {
-          const uint32_t i = k.eloignes[r];
-          s += "<tr data-l=\"" + Nombre(i + 1) + "\">" + Case(Nombre(i + 1), true) +
-               Case(EchapperHtml(Identite(c, lignes[i]))) + Case(Metres(lignes[i].y, 3), true) +
-               Case(Metres(lignes[i].x, 3), true) + "</tr>\n";
-        });
-  Table(s, "sans", "Lignes sans coordonnées lisibles", "<th>Ligne</th>", k.sansCoordonnees.size(), [&](std::size_t r) {
-    s += "<tr>" + Case(Nombre(k.sansCoordonnees[r] + 1), true) + "</tr>\n";
-  });
-  Table(s, "themes", "Par thème", "<th>Thème</th><th>Converties</th><th>Ignorées</th><th>Rejetées</th>",
-        k.parTheme.size(), [&](std::size_t r) {
-          const ParTheme& p = k.parTheme[r];
-          s += "<tr>" + Case(TexteTheme(p.theme)) + Case(Nombre(p.nombres[0]), true) + Case(Nombre(p.nombres[1]), true) +
-               Case(Nombre(p.nombres[2]), true) + "</tr>\n";
-        });
-  Table(s, "champs", "Par champ rejeté", "<th>Champ</th><th>Lignes</th><th>Premières lignes</th>", k.parChamp.size(),
-        [&](std::size_t r) {
-          const ParChamp& p = k.parChamp[r];
-          std::string premieres;
-          for (uint32_t i : p.premieres) {
-            if (!premieres.empty()) premieres += ", ";
-            premieres += Nombre(i + 1);
-          }
-          s += "<tr>" + Case(Html(p.champ)) + Case(Nombre(p.lignes), true) + Case(premieres) + "</tr>\n";
-        });
-  if (k.etendue) {
-    const Etendue& e = *k.etendue;
-    s += "<h2>Étendue des points convertis</h2>\n<table id=\"etendue\"><tr><th></th><th>min</th><th>max</th></tr>"
-         "<tr><th>Y</th>" + Case(Metres(e.yMin, 3), true) + Case(Metres(e.yMax, 3), true) + "</tr><tr><th>X</th>" +
-         Case(Metres(e.xMin, 3), true) + Case(Metres(e.xMax, 3), true) + "</tr><tr><th>Altitude</th>" +
-         Case(e.altitudeMin ? Metres(*e.altitudeMin, 3) : "", true) +
-         Case(e.altitudeMax ? Metres(*e.altitudeMax, 3) : "", true) + "</tr></table>\n";
-  }
-  s += donnees;
-  s += "<script>";
-  s += kScriptRapport;
-  s += "</script>\n</body></html>\n";
+  std::string s = DebutPage("Rapport de contrôle – " + HtmlNom(t.source), &kScript);
+  AjouterTete(s, t);
+  AjouterToile(s);
+  std::string note;
+  const std::string donnees = Donnees(c, cadre, passage, note);
+  if (!note.empty()) AjouterNote(s, EchapperHtml(note));
+  TableRejets(s, c, passage.rejetees);
+  TablesPoints(s, c, k);
+  TablesComptes(s, k);
+  FinirPage(s, donnees, &kScript);
   return s;
 }
 
 std::string IndexHtml(const std::string& programme, const std::string& date, const std::vector<LigneIndex>& lignes) {
-  std::string s = Debut("Rapports de contrôle", "");
-  s += "<h1>Rapports de contrôle</h1>\n<p>" + EchapperHtml(programme) + " " + kTexteVersion + ", " + Html(date) +
+  std::string s = DebutPage("Rapports de contrôle", nullptr);
+  s += "<h1>Rapports de contrôle</h1>\n<p>" + EchapperHtml(programme) + " " + kTexteVersion + ", " + HtmlCp1252(date) +
        "</p>\n<table id=\"fichiers\"><thead><tr><th>N°</th><th>Source</th><th>Issue</th><th>Lues</th><th>Ignorées</th>"
        "<th>Erreurs de lecture</th><th>Erreurs d'écriture</th><th>Doublons</th><th>Proches</th><th>Éloignés</th>"
        "<th>Sans coordonnées</th></tr></thead><tbody>\n";
-  std::optional<Etendue> tout;
+  Emprise tout;
   for (std::size_t n = 0; n < lignes.size(); ++n) {
     const LigneIndex& l = lignes[n];
-    std::string nom = Nom(l.source);
-    if (!l.lien.empty()) nom = "<a href=\"" + EchapperHtml(NomEnUtf8(l.lien)) + "\">" + nom + "</a>";
-    s += "<tr>" + Case(Nombre(static_cast<int64_t>(n) + 1), true) + Case(nom) + Case(EchapperHtml(l.issue));
-    for (int64_t v : l.comptes) s += Case(Nombre(v), true);
+    std::string nom = HtmlNom(l.source);
+    if (!l.lien.empty()) nom = "<a href=\"" + HtmlNom(l.lien) + "\">" + nom + "</a>";
+    s += "<tr>" + Cellule(Nombre(static_cast<int64_t>(n) + 1), true) + Cellule(nom) + Cellule(EchapperHtml(l.issue));
+    for (int64_t v : l.comptes) s += Cellule(Nombre(v), true);
     if (l.controles != nullptr) {
       const Controles& k = *l.controles;
       for (std::size_t v : {k.doublons.size(), k.proches.size(), k.eloignes.size(), k.sansCoordonnees.size()}) {
-        s += Case(Nombre(static_cast<int64_t>(v)), true);
+        s += Cellule(Nombre(static_cast<int64_t>(v)), true);
       }
-      if (const auto& e = k.etendue) {
-        if (!tout) tout = *e;
-        tout->yMin = std::min(tout->yMin, e->yMin), tout->yMax = std::max(tout->yMax, e->yMax);
-        tout->xMin = std::min(tout->xMin, e->xMin), tout->xMax = std::max(tout->xMax, e->xMax);
-      }
+      if (k.etendue) tout.Ajouter(*k.etendue);
     } else {
       s += "<td></td><td></td><td></td><td></td>";
     }
     s += "</tr>\n";
   }
   s += "</tbody></table>\n";
-  if (tout) {
+  if (!tout.vide) {
     // Every file's extent, numbered as in the table, north up.
     constexpr double kL = 760, kH = 460, kMarge = 20;
-    const double w = std::max(tout->yMax - tout->yMin, 1e-3), h = std::max(tout->xMax - tout->xMin, 1e-3);
+    const double w = std::max(tout.Largeur(), 1e-3), h = std::max(tout.Hauteur(), 1e-3);
     const double e = std::min((kL - 2 * kMarge) / w, (kH - 2 * kMarge) / h);
     s += "<h2>Étendue de chaque fichier</h2>\n<svg id=\"apercu\" xmlns=\"http://www.w3.org/2000/svg\" width=\"760\" "
          "height=\"460\" style=\"border:1px solid #aaa\">\n";
     for (std::size_t n = 0; n < lignes.size(); ++n) {
       if (lignes[n].controles == nullptr || !lignes[n].controles->etendue) continue;
       const Etendue& f = *lignes[n].controles->etendue;
-      const double x = kMarge + (f.yMin - tout->yMin) * e, y = kH - kMarge - (f.xMax - tout->xMin) * e;
-      s += "<rect x=\"" + Metres(x, 1) + "\" y=\"" + Metres(y, 1) + "\" width=\"" +
-           Metres(std::max(2.0, (f.yMax - f.yMin) * e), 1) + "\" height=\"" +
-           Metres(std::max(2.0, (f.xMax - f.xMin) * e), 1) +
-           "\" fill=\"rgba(31,119,180,0.15)\" stroke=\"#1f77b4\"/><text x=\"" + Metres(x + 3, 1) + "\" y=\"" +
-           Metres(y + 14, 1) + "\" font-size=\"12\">" + Nombre(static_cast<int64_t>(n) + 1) + "</text>\n";
+      const double x = kMarge + (f.yMin - tout.yMin) * e, y = kH - kMarge - (f.xMax - tout.xMin) * e;
+      s += "<rect x=\"" + TexteMetresCourt(x, 1) + "\" y=\"" + TexteMetresCourt(y, 1) + "\" width=\"" +
+           TexteMetresCourt(std::max(2.0, f.Largeur() * e), 1) + "\" height=\"" +
+           TexteMetresCourt(std::max(2.0, f.Hauteur() * e), 1) +
+           "\" fill=\"rgba(31,119,180,0.15)\" stroke=\"#1f77b4\"/><text x=\"" + TexteMetresCourt(x + 3, 1) + "\" y=\"" +
+           TexteMetresCourt(y + 14, 1) + "\" font-size=\"12\">" + Nombre(static_cast<int64_t>(n) + 1) + "</text>\n";
     }
-    s += "<text x=\"20\" y=\"14\" font-size=\"11\" fill=\"#666\">Y " + Metres(tout->yMin, 3) + " – " +
-         Metres(tout->yMax, 3) + ", X " + Metres(tout->xMin, 3) + " – " + Metres(tout->xMax, 3) + "</text>\n</svg>\n";
+    s += "<text x=\"20\" y=\"14\" font-size=\"11\" fill=\"#666\">Y " + TexteMetresCourt(tout.yMin, 3) + " – " +
+         TexteMetresCourt(tout.yMax, 3) + ", X " + TexteMetresCourt(tout.xMin, 3) + " – " +
+         TexteMetresCourt(tout.xMax, 3) + "</text>\n</svg>\n";
   }
-  s += "</body></html>\n";
+  FinirPage(s, "", nullptr);
   return s;
 }
-
-std::string DebutHtml(std::string_view titre, std::string_view script) { return Debut(titre, script); }
-void AjouterTexteJson(std::string& s, std::string_view utf8) { AjouterJson(s, utf8); }
 
 }  // namespace quillon

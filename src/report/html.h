@@ -1,7 +1,8 @@
 // The check report: one self-contained HTML file per converted file, and the
-// index of a batch's reports. Nothing in them loads anything: the style and
-// the drawing script are inline, and a Content-Security-Policy forbids the
-// rest. Every text from a file is escaped.
+// index of a batch's reports, made as every report page is (report/page.h).
+// Up to kPointsTous points with coordinates the report draws every point;
+// above, a density picture and, exactly, at most kParSorte points of each
+// kind (rejected, duplicate, close, far).
 #pragma once
 
 #include <array>
@@ -12,6 +13,7 @@
 
 #include "report/collecte.h"
 #include "report/controles.h"
+#include "report/page.h"
 
 namespace quillon {
 
@@ -30,12 +32,6 @@ struct EnteteRapport {
   std::vector<std::string> avertissements;  // UTF-8: what else the run tells (exports without a system)
 };
 
-// Up to kPointsTous points with coordinates every point is drawn; above,
-// a density picture and, exactly, at most kParSorte points of each kind
-// (rejected, duplicate, close, far). Tables keep at most kParSorte rows.
-inline constexpr std::size_t kPointsTous = 100'000;
-inline constexpr std::size_t kParSorte = 10'000;
-
 std::string RapportHtml(const EnteteRapport& entete, const Collecte& collecte, const Controles& controles);
 
 struct LigneIndex {
@@ -47,14 +43,5 @@ struct LigneIndex {
 };
 
 std::string IndexHtml(const std::string& programme, const std::string& date, const std::vector<LigneIndex>& lignes);
-
-// Text as HTML: & < > " ' escaped; UTF-8 in, control characters as U+FFFD.
-std::string EchapperHtml(std::string_view utf8);
-
-// For another report built the same way: the page's head, its style and its
-// policy (`script`: the quoted hash of the one script allowed, or empty),
-// and a JSON string for a <script> block (no '<', '>' or '&' as themselves).
-std::string DebutHtml(std::string_view titre, std::string_view script);
-void AjouterTexteJson(std::string& s, std::string_view utf8);
 
 }  // namespace quillon

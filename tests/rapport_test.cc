@@ -1,0 +1,123 @@
+// What the reports compute and write on their own: the quartiles of the
+// far points, the texts of metres and identities, and what escapes a file's
+// text in a page.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <random>
+
+#include "report/controles.h"
+#include "report/page.h"
+
+namespace quillon {
+namespace {
+
+// The quartiles as a sort would give them: the values of the ranks around
+// each position, taken by std::nth_element, interpolated.
+std::array<double, 3> QuartilesDeReference(std::vector<double> v) {
+  std::array<double, 3> q{};
+  auto rang = [&](std::size_t k) {
+    std::nth_element(v.begin(), v.begin() + static_cast<std::ptrdiff_t>(k), v.end());
+    return v[k];
+  };
+  for (std::size_t k = 0; k < 3; ++k) {
+    const double position = 0.25 * static_cast<double>(k + 1) * static_cast<double>(v.size() - 1);
+    const auto bas = static_cast<std::size_t>(position);
+    const double reste = position - static_cast<double>(bas);
+    q[k] = bas + 1 < v.size() ? rang(bas) + reste * (rang(bas + 1) - rang(bas)) : rang(bas);
+  }
+  return q;
+}
+
+struct CasQuartiles {
+  const char* nom;
+  std::size_t n;
+  double (*valeur)(std::size_t i, std::mt19937_64& hasard);
+};
+
+const CasQuartiles kCasQuartiles[] = {
+    {"one value", 1, [](std::size_t, std::mt19937_64&) { return 2600000.0; }},
+    {"two values", 2, [](std::size_t i, std::mt19937_64&) { return 10.0 - static_cast<double>(i); }},
+    {"five, reversed", 5, [](std::size_t i, std::mt19937_64&) { return -static_cast<double>(i); }},
+    {"all equal", 1000, [](std::size_t, std::mt19937_64&) { return 1200000.125; }},
+    {"two values many times", 999, [](std::size_t i, std::mt19937_64&) { return i % 2 ? 1.0 : 3.0; }},
+    {"uniform", 100'001,
+     [](std::size_t, std::mt19937_64& h) { return 2600000 + std::uniform_real_distribution<>(0, 5000)(h); }},
+    {"a cluster and a wrong leading digit", 200'000,
+     [](std::size_t i, std::mt19937_64& h) {
+       return (i % 50'000 == 7 ? 1600000.0 : 2600000.0) + std::uniform_int_distribution<>(0, 99'999)(h) / 1000.0;
+     }},
+    {"millimetres on a wide range", 50'000,
+     [](std::size_t i, std::mt19937_64&) { return static_cast<double>(i * i % 1'000'003) / 1000.0 - 500; }},
+};
+
+TEST(Quartiles, CeuxDeNthElement) {
+  for (const CasQuartiles& cas : kCasQuartiles) {
+    std::mt19937_64 hasard(7);
+    std::vector<double> v(cas.n);
+    for (std::size_t i = 0; i < cas.n; ++i) v[i] = cas.valeur(i, hasard);
+    const auto [min, max] = std::minmax_element(v.begin(), v.end());
+    EXPECT_EQ(Quartiles(v, *min, *max), QuartilesDeReference(v)) << cas.nom;
+  }
+}
+
+TEST(TextesRapport, Metres) {
+  struct {
+    double metres;
+    int decimales;
+    const char* fixe;
+    const char* court;
+  } const cas[] = {
+      {0.1, 3, "0.100", "0.1"},
+      {2.5, 4, "2.5000", "2.5"},
+      {100, 3, "100.000", "100"},
+      {2600000, 0, "2600000", "2600000"},
+      {-0.0004, 3, "0.000", "0"},
+      {-0.0006, 3, "-0.001", "-0.001"},
+      {-12.5, 1, "-12.5", "-12.5"},
+      {0.00005, 4, "0.0001", "0.0001"},
+      {1e15, 0, "1000000000000000", "1000000000000000"},
+  };
+  for (const auto& c : cas) {
+    EXPECT_EQ(TexteMetres(c.metres, c.decimales), c.fixe) << c.metres;
+    EXPECT_EQ(TexteMetresCourt(c.metres, c.decimales), c.court) << c.metres;
+  }
+  EXPECT_EQ(Millimetres(2.0005), 2001);
+  EXPECT_EQ(Millimetres(-1e300), -1'000'000'000'000'000);
+}
+
+TEST(TextesRapport, Identite) {
+  struct {
+    int theme, commune, plan;
+    const char* numero;
+    const char* texte;
+  } const cas[] = {
+      {6, 236, 1502, "          91", "6/236/1502/91"},
+      {10, 1, 2, "A 7   ", "blanc/1/2/A 7"},
+      {1, 0, 0, "            ", "1/0/0/"},
+      {-1, 3, 4, "x", "illisible/3/4/x"},
+  };
+  for (const auto& c : cas) EXPECT_EQ(TexteIdentite(c.theme, c.commune, c.plan, c.numero), c.texte);
+}
+
+// A file's text shows as it is and makes no tag, in the page and in its
+// data block.
+TEST(PageRapport, TexteEchappe) {
+  struct {
+    std::string_view texte, html, json;
+  } const cas[] = {
+      {"</script><b>", "&lt;/script&gt;&lt;b&gt;", "\"\\u003c/script\\u003e\\u003cb\\u003e\""},
+      {"a&b \"c\" 'd'", "a&amp;b &quot;c&quot; &#39;d&#39;", "\"a\\u0026b \\\"c\\\" 'd'\""},
+      {"\\ \x01\t\xC3\xA9", "\\ \xEF\xBF\xBD\t\xC3\xA9", "\"\\\\ \\u0001\\u0009\xC3\xA9\""},
+  };
+  for (const auto& c : cas) {
+    EXPECT_EQ(EchapperHtml(c.texte), c.html);
+    std::string json;
+    AjouterTexteJson(json, c.texte);
+    EXPECT_EQ(json, c.json);
+  }
+}
+
+}  // namespace
+}  // namespace quillon
