@@ -68,25 +68,25 @@ void RemplirPoint(const Point& p, int64_t ligne, Enregistrement& e) {
   e.altitude = p.Altitude;
   e.theme = p.Theme;
   TexteUtf8(p.NoPoint, e.numero);
-  auto& v = e.valeurs;
+  using C = ColonnePoint;
   const bool altitude = p.Altitude != 0;
-  Entier(v[0], p.Theme);
-  Entier(v[1], p.NoCommune);
-  Entier(v[2], p.NoPlan);
-  Texte(v[3], e.numero);
-  Entier(v[4], p.Nature);
-  Reel(v[5], p.CoordY);
-  Reel(v[6], p.CoordX);
-  Reel(v[7], p.Altitude, altitude);
-  Reel(v[8], p.PrecPlan, p.FiabPlan != 0);
-  OuiNon(v[9], p.FiabPlan);
-  Reel(v[10], p.PrecAlt, altitude && p.FiabAlt != 0);
-  OuiNon(v[11], altitude ? p.FiabAlt : 0);
-  Entier(v[12], p.Valeur, p.Valeur != 0);
-  OuiNon(v[13], p.FichePFP3);
-  TexteSource(v[14], p.Commentaire);
-  TexteSource(v[15], p.Type);
-  Entier(v[16], ligne);
+  Entier(e[C::Theme], p.Theme);
+  Entier(e[C::Commune], p.NoCommune);
+  Entier(e[C::Plan], p.NoPlan);
+  Texte(e[C::Numero], e.numero);
+  Entier(e[C::Nature], p.Nature);
+  Reel(e[C::Y], p.CoordY);
+  Reel(e[C::X], p.CoordX);
+  Reel(e[C::Altitude], p.Altitude, altitude);
+  Reel(e[C::PrecPlan], p.PrecPlan, p.FiabPlan != 0);
+  OuiNon(e[C::FiabPlan], p.FiabPlan);
+  Reel(e[C::PrecAlt], p.PrecAlt, altitude && p.FiabAlt != 0);
+  OuiNon(e[C::FiabAlt], altitude ? p.FiabAlt : 0);
+  Entier(e[C::Valeur], p.Valeur, p.Valeur != 0);
+  OuiNon(e[C::FichePFP3], p.FichePFP3);
+  TexteSource(e[C::Commentaire], p.Commentaire);
+  TexteSource(e[C::Type], p.Type);
+  Entier(e[C::Ligne], ligne);
 }
 
 // What could be read of a rejected line: `lus` tells whether its theme,
@@ -99,16 +99,16 @@ void RemplirRejet(const Point& p, const std::array<bool, 4>& lus, int64_t ligne,
   e.altitude = 0;
   e.theme = -1;
   TexteUtf8(p.NoPoint, e.numero);
-  auto& v = e.valeurs;
-  Entier(v[0], ligne);
-  Entier(v[1], p.Theme, lus[0]);
-  Entier(v[2], p.NoCommune, lus[1]);
-  Entier(v[3], p.NoPlan, lus[2]);
-  Texte(v[4], lus[3] ? std::string_view(e.numero) : std::string_view());
-  Reel(v[5], p.CoordY);
-  Reel(v[6], p.CoordX);
-  Texte(v[7], Cp1252VersUtf8(messages));
-  Texte(v[8], Cp1252VersUtf8(source));
+  using C = ColonneRejet;
+  Entier(e[C::Ligne], ligne);
+  Entier(e[C::Theme], p.Theme, lus[0]);
+  Entier(e[C::Commune], p.NoCommune, lus[1]);
+  Entier(e[C::Plan], p.NoPlan, lus[2]);
+  Texte(e[C::Numero], lus[3] ? std::string_view(e.numero) : std::string_view());
+  Reel(e[C::Y], p.CoordY);
+  Reel(e[C::X], p.CoordX);
+  Texte(e[C::Messages], Cp1252VersUtf8(messages));
+  Texte(e[C::Source], Cp1252VersUtf8(source));
 }
 
 }  // namespace
