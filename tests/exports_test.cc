@@ -69,10 +69,10 @@ std::string Lignes(int nombre, int rejetTous = 0) {
   return texte;
 }
 
-// The system is guessed from the lines that the source's reader reads
-// whole, converted or rejected by the writer alone: by the GeoPackage's
-// first pass through the reader, and at the end of the run for the other
-// formats, which read the source once. Each guess gives the same system.
+// The system is guessed from every line whose coordinates read, converted
+// or rejected: by the GeoPackage's first pass over the coordinates alone,
+// and at the end of the run for the other formats, which read the source
+// once. Each guess gives the same system.
 TEST(Exports, SystemeDevineEnUnePasse) {
   const struct {
     const char* nom;
@@ -84,9 +84,9 @@ TEST(Exports, SystemeDevineEnUnePasse) {
       {"LV95", Ligne(1, 2600000, 1200000) + Ligne(2, 2750000.5, 1070000), 2056, 2},
       {"LV03", Ligne(1, 600000, 200000) + Ligne(2, 480000, 300000), 21781, 2},
       {"LV95 et LV03", Ligne(1, 2600000, 1200000) + Ligne(2, 600000, 200000), 0, 2},
-      {"un rejet du lecteur hors de Suisse", Ligne(1, 2600000, 1200000) + Rejet(2, 100, 100), 2056, 1},
+      {"un rejet hors de Suisse", Ligne(1, 2600000, 1200000) + Rejet(2, 100, 100), 0, 1},
       {"un rejet sans Y", Ligne(1, 2600000, 1200000) + SansY(2), 2056, 1},
-      {"des rejets du lecteur seuls", Rejet(1, 600000, 200000), 0, 0},
+      {"des rejets du lecteur seuls", Rejet(1, 600000, 200000), 21781, 0},
       {"des rejets de l'écrivain seuls", Ligne(1, 600000, 200000), 21781, 0, 0},
       {"vide", "", 0, 0},
   };
@@ -108,6 +108,33 @@ TEST(Exports, SystemeDevineEnUnePasse) {
     Essai donne(cas.source, {FormatExport::GeoPackage}, 2056);
     EXPECT_EQ(donne.Exporter().epsg, 2056);
     EXPECT_EQ(donne.fichiers.lectures["s.ptv"], 1);
+  }
+}
+
+// The MD01 conversion skips the lines of other themes: their coordinates
+// count in neither guess.
+TEST(Exports, SystemeDevineSansLesLignesSautees) {
+  SystemeFichiersMemoire memoire;
+  memoire.fichiers["v.ptv"] = Ligne(1, 2600000, 1200000) + Ligne(2, 600000, 200000, " 236", "71");
+  AffichageRetenu affichage;
+  ReglagesExecution r;
+  r.affichage = &affichage;
+  r.systeme = &memoire;
+  r.DefinirSource("v.ptv");
+  r.FichierCible.Nom = "s.ptv";
+  r.journal.FichierLog.Nom = "v.log";
+  ASSERT_TRUE(Convertir(r, Conversion::ValEnPrecFiab, {3, kGroupeCS}));
+  ASSERT_EQ(r.journal.NbErreursLecture + r.journal.NbErreursEcriture, 0);
+  std::string precisions;  // the same lines with an altimetric reliability and precision
+  for (std::string l : test::LignesCRLF(memoire.fichiers["s.ptv"])) precisions += l.replace(65, 6, "O 10.0") + "\r\n";
+  for (FormatExport format : {FormatExport::GeoPackage, FormatExport::Csv}) {
+    Essai essai(precisions, {format});
+    essai.demande.conversion = Conversion::PrecFiabEnMD01;
+    const BilanExport bilan = essai.Exporter();
+    ASSERT_TRUE(bilan.complet);
+    EXPECT_EQ(bilan.points, 1);
+    EXPECT_EQ(bilan.rejets, 0);
+    EXPECT_EQ(bilan.epsg, 2056);
   }
 }
 

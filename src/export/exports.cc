@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "formats/field_readers.h"
 #include "formats/ptp_format.h"
 #include "formats/ptv_format.h"
 #include "formats/pts_format.h"
@@ -112,17 +113,18 @@ void RemplirRejet(const Point& p, const std::array<bool, 4>& lus, int64_t ligne,
   Texte(e[C::Source], Cp1252VersUtf8(source));
 }
 
-// Whether the source's own reader reads the whole line, as the run's step
-// does before its writer: the lines whose points the system is guessed
-// from. The MD01 run skips the lines of other themes.
-bool LigneLue(std::string_view ligne, const DemandeExport& d, Point& p, Journal& muet) {
-  switch (d.conversion) {
-    case Conversion::ValEnPrecFiab: return LireLignePtVal(ligne, p, muet);
-    case Conversion::PrecFiabEnVal: return LireLignePtPrecFiab(ligne, p, muet);
-    case Conversion::PrecFiabEnMD01: return LireLignePtPrecFiab(ligne, p, muet) && EstThemeMD01(p.Theme);
-    case Conversion::DCEnVal: return LireLignePtDC(ligne, d.options.groupeTheme, p, muet);
+// Whether a line's point goes to a layer of the exports, converted or
+// rejected, as far as the source's own readers of its Y and X tell: both
+// read. The MD01 run skips the lines of other themes that read whole.
+bool CoordonneesLues(std::string_view ligne, const DemandeExport& d, Point& p, Journal& muet) {
+  if (d.conversion == Conversion::DCEnVal) {
+    return LireCoordonneeYPtDC(ligne, p.CoordY, muet) && LireCoordonneeXPtDC(ligne, p.CoordX, muet);
   }
-  return false;
+  if (d.conversion == Conversion::PrecFiabEnMD01 && LireTheme(ligne, p.Theme, muet) && !EstThemeMD01(p.Theme) &&
+      LireLignePtPrecFiab(ligne, p, muet)) {
+    return false;
+  }
+  return LireCoordonneeY(ligne, p.CoordY, muet) && LireCoordonneeX(ligne, p.CoordX, muet);
 }
 
 }  // namespace
@@ -145,7 +147,7 @@ bool PreparerExport(const DemandeExport& d, EnteteExport& entete, BilanExport& b
       std::find(d.formats.begin(), d.formats.end(), FormatExport::GeoPackage) != d.formats.end();
   if (entete.systemeConnu || !geopackage) return true;
   // The GeoPackage's geometries carry the system: a first pass guesses it
-  // before the first row, through the source's reader alone.
+  // before the first row, reading the coordinates alone.
   FluxTexte source;
   if (!OuvrirFichierLecture(source, d.source, *d.systeme)) {
     bilan.erreur = {d.source, RaisonFatale::Ouverture};
@@ -161,7 +163,7 @@ bool PreparerExport(const DemandeExport& d, EnteteExport& entete, BilanExport& b
       bilan.interrompu = true;
       return false;
     }
-    if (LigneLue(ligne, d, p, muet)) emprise.Ajouter(p.CoordY, p.CoordX);
+    if (CoordonneesLues(ligne, d, p, muet)) emprise.Ajouter(p.CoordY, p.CoordX);
   }
   if (source.EnErreur()) {
     bilan.erreur = {d.source, RaisonFatale::Lecture};
@@ -180,7 +182,6 @@ bool PreparerExport(const DemandeExport& d, EnteteExport& entete, BilanExport& b
 struct Paquet {
   int64_t ligne = 0;
   bool converti = false;
-  bool lue = false;  // read whole: converted, or rejected by the writer alone
   std::array<bool, 4> lus{};  // theme, commune, plan, point number read
   Point point;
   std::string texte;
@@ -229,7 +230,6 @@ void ExportsEnCours::Ligne(const LigneObservee& l) {
   Paquet& p = courant_->paquets[courant_->nombre++];
   p.ligne = l.numero;
   p.converti = converti;
-  p.lue = converti || l.illisibles == 0;
   const auto lu = [&](ChampPoint champ) { return (l.illisibles & Bit(champ)) == 0; };
   p.lus = {lu(ChampPoint::Theme), lu(ChampPoint::Commune), lu(ChampPoint::Plan), lu(ChampPoint::NumeroPoint)};
   p.point = *l.point;
@@ -289,13 +289,13 @@ void ExportsEnCours::Commencer() {
   }
 }
 
-// Each line of a block as its record, to every writer; the extent of the
-// lines read whole, for a system guessed at the end.
+// Each line of a block as its record, to every writer; the extent of
+// them all, for a system guessed at the end.
 void ExportsEnCours::EcrireLot(const Lot& lot) {
   Enregistrement& e = enregistrement_;
   for (std::size_t k = 0; k < lot.nombre; ++k) {
     const Paquet& p = lot.paquets[k];
-    if (p.lue) emprise_.Ajouter(p.point.CoordY, p.point.CoordX);
+    emprise_.Ajouter(p.point.CoordY, p.point.CoordX);
     if (p.converti) {
       PointDeLaCible(demande_.conversion, p.point, p.texte, point_, muet_);
       RemplirPoint(point_, p.ligne, e);

@@ -3,7 +3,7 @@
 // feeds them: each line it converts or rejects is handed, with its target
 // line and its messages, to a second thread that makes the line's record
 // and writes it in every format asked for while the run goes on: one pass
-// over the source, and a first one, through its reader alone, only for a
+// over the source, and a first one, over the coordinates alone, only for a
 // GeoPackage whose system is not given.
 #pragma once
 
@@ -52,16 +52,16 @@ inline constexpr std::string_view kSansSysteme =
 // The system of an extent: EPSG:2056 for Y from 2,480,000 to 2,850,000 and
 // X from 1,070,000 to 1,300,000, EPSG:21781 for the same less 2,000,000
 // and 1,000,000; 0 for anything else, and for no point at all. A system not
-// given is guessed from the extent of the lines that the source's reader
-// reads whole: the converted points, and the lines that only the writer
-// rejected (the MD01 run's skipped lines aside), the same lines whether
-// the run's exports or the GeoPackage's first pass reads them.
+// given is guessed from the extent of every point exported, converted or
+// rejected: the lines whose Y and X read (the lines the MD01 run skips
+// aside), the same whether the run's exports or the GeoPackage's first
+// pass reads them.
 int SystemeDeLEmprise(const Emprise& emprise);
 
 // What the writers must know before the first record: the system when it
 // is given, or when the GeoPackage, whose geometries carry it, is asked
-// for: then a first pass over the source, through its reader alone (not
-// the writer), guesses it. Otherwise the system is guessed at the end of
+// for: then a first pass over the source reads the coordinates of each
+// line alone and guesses it. Otherwise the system is guessed at the end of
 // the run, from the points the writers were given. False when that pass
 // failed or was stopped (`bilan` tells).
 bool PreparerExport(const DemandeExport& demande, EnteteExport& entete, BilanExport& bilan);
@@ -100,7 +100,7 @@ class ExportsEnCours : public ObservateurExecution {
   BilanExport bilan_;
   std::vector<std::unique_ptr<EcrivainExport>> ecrivains_;
   bool echec_ = false;
-  Emprise emprise_;  // of the lines read whole
+  Emprise emprise_;  // of every point exported
   Journal muet_;
   Point point_;
   Enregistrement enregistrement_;
