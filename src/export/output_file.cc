@@ -3,8 +3,9 @@
 namespace quillon {
 namespace {
 
+// As a text file's: the buffer, made at the first write, and what a copy
+// reads at a time, through the same buffer.
 constexpr std::size_t kTampon = std::size_t{64} << 10;
-constexpr std::size_t kMorceau = 4 * kTampon;  // what a copy reads at a time
 
 }  // namespace
 
@@ -12,7 +13,6 @@ bool FichierSortie::Creer(SystemeFichiers& systeme, const std::string& nom) {
   Abandonner();
   support_ = systeme.CreerEcriture(nom, {});
   tampon_.clear();
-  tampon_.reserve(kTampon);
   ecrits_ = 0;
   erreur_ = support_ == nullptr;
   return !erreur_;
@@ -22,10 +22,11 @@ void FichierSortie::Ecrire(std::string_view octets) {
   if (erreur_) return;
   if (tampon_.size() + octets.size() > kTampon && !Vider()) return;
   if (octets.size() < kTampon) {
+    if (tampon_.capacity() < kTampon) tampon_.reserve(kTampon);
     tampon_.append(octets);
     return;
   }
-  // Longer than the buffer: straight to the file.
+  // A buffer's worth or more: straight to the file.
   if (!support_->Ecrire(octets.data(), octets.size())) erreur_ = true;
   ecrits_ += octets.size();
 }
@@ -47,10 +48,11 @@ bool FichierSortie::EcrireA(std::string_view octets, uint64_t position) {
 }
 
 // Read back through this file's own buffer, empty once written out, each
-// piece going straight to the other file.
+// piece going straight to the other file (a whole buffer's worth is not
+// buffered again).
 bool FichierSortie::CopierVers(FichierSortie& cible) {
   if (!Vider() || !cible.Vider()) return false;
-  tampon_.resize(kMorceau);
+  tampon_.resize(kTampon);
   for (uint64_t position = 0; position < ecrits_ && !erreur_ && !cible.EnErreur();) {
     const int64_t lus = support_->LireA(tampon_.data(), tampon_.size(), position);
     if (lus <= 0) {
@@ -61,7 +63,6 @@ bool FichierSortie::CopierVers(FichierSortie& cible) {
     }
   }
   tampon_.clear();
-  tampon_.shrink_to_fit();
   return !erreur_ && !cible.EnErreur();
 }
 
