@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
 # Benchmark of the exports: one file of BENCH_LINES valid points (default
 # 1000000) converted by quillon-lot alone, then with each export, given its
-# system (--srs: one pass over the source) and guessing it (two passes).
+# system (--srs) and guessing it: one pass over the source either way, but
+# for the GeoPackage guessing its system, which reads the source once more
+# before the conversion (its reader alone).
 #
 #   bench/run_bench_exports.sh BUILD_DIR [SCRATCH_DIR]
 #

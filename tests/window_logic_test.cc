@@ -203,8 +203,9 @@ TEST(LogiqueFenetre, DialogueMontreSansConvertirPuisConvertitAvecLesChemins) {
 
 // "Exporter…" in the summary box: a save dialog with one filter per format,
 // GeoPackage first; the name picked, its extension or not, gives the files;
-// a name that is the run's own source, target or log writes nothing. The
-// summary comes back after each export.
+// a name that is the run's own source, target or log writes nothing; a
+// failed export says why, SQLite's words after Quillon's. The summary comes
+// back after each export.
 TEST(LogiqueFenetre, ExporterDepuisLeBilan) {
   const std::string kValide = "06 2361502           1 2OR 77.  2600000.000 1200000.000 2541.360        PFP3 n\xB0 12   AB\r\n";
   const struct {
@@ -213,6 +214,7 @@ TEST(LogiqueFenetre, ExporterDepuisLeBilan) {
     int filtre;
     std::vector<std::string> ecrits;  // besides the run's source, target and log
     const char* message;
+    const char* plein = nullptr;  // a file that fills the disk
   } kCas[] = {
       {"s.ptv", "export.csv", 2, {"export.csv", "export.csvt", "export-rejets.csv", "export-rejets.csvt"},
        "1 point(s) et 0 ligne(s) rejetée(s) exportés dans export.csv\r\nSystème de coordonnées : EPSG:2056"},
@@ -221,12 +223,14 @@ TEST(LogiqueFenetre, ExporterDepuisLeBilan) {
       {"s.ptv", "EXPORT.GeoJSON", 3, {"EXPORT.geojson", "EXPORT-rejets.geojson"}, nullptr},
       {"s.ptv", "c", 0, {}, nullptr},  // cancelled
       {"s.csv", "s", 2, {}, "Le fichier s.csv est la source, la cible ou le journal : rien n'est exporté"},
+      {"s.ptv", "export", 1, {}, "Le fichier export.gpkg ne peut pas être écrit (disk I/O error)", "export.gpkg"},
   };
   for (const auto& cas : kCas) {
     SCOPED_TRACE(cas.nom);
     Fenetre f;
     const std::string source = cas.source;
     f.fichiers.fichiers[source] = kValide;
+    if (cas.plein != nullptr) f.fichiers.pannes[cas.plein].octets = 4096;
     f.Commander(Commande::Ouvrir, source, 1);
     f.Commander(Commande::EnregistrerSous, "c.ptp", 1);
     f.boites.choix = {2};

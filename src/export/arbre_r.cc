@@ -4,6 +4,7 @@
 #include <bit>
 #include <cmath>
 #include <cstring>
+#include <span>
 
 namespace quillon {
 namespace {
@@ -86,6 +87,30 @@ void Tuiler(std::vector<BoiteIndex>& entrees, std::size_t parNoeud) {
   }
 }
 
+// The blob of node `numero`: the tree's depth when it is the root (0 or
+// more), the count of its entries, then each one's id and box; and the box
+// of them all, under the node's number.
+BoiteIndex RemplirNoeud(std::vector<unsigned char>& blob, std::span<const BoiteIndex> entrees, int profondeurRacine,
+                        int64_t numero) {
+  std::fill(blob.begin(), blob.end(), 0);
+  if (profondeurRacine >= 0) Ecrire16(blob.data(), static_cast<uint16_t>(profondeurRacine));
+  Ecrire16(blob.data() + 2, static_cast<uint16_t>(entrees.size()));
+  BoiteIndex boite = entrees.front();
+  for (std::size_t k = 0; k < entrees.size(); ++k) {
+    const BoiteIndex& e = entrees[k];
+    unsigned char* c = blob.data() + kEnTete + k * kCellule;
+    Ecrire64(c, static_cast<uint64_t>(e.id));
+    Ecrire32(c + 8, std::bit_cast<uint32_t>(e.yMin));
+    Ecrire32(c + 12, std::bit_cast<uint32_t>(e.yMax));
+    Ecrire32(c + 16, std::bit_cast<uint32_t>(e.xMin));
+    Ecrire32(c + 20, std::bit_cast<uint32_t>(e.xMax));
+    boite.yMin = std::min(boite.yMin, e.yMin), boite.yMax = std::max(boite.yMax, e.yMax);
+    boite.xMin = std::min(boite.xMin, e.xMin), boite.xMax = std::max(boite.xMax, e.xMax);
+  }
+  boite.id = numero;
+  return boite;
+}
+
 }  // namespace
 
 BoiteIndex BoiteDuPoint(int64_t id, double y, double x) {
@@ -124,26 +149,13 @@ bool RemplirArbreR(sqlite3* base, const std::string& table, std::vector<BoiteInd
     for (std::size_t debut = 0; debut < entrees.size(); debut += parNoeud) {
       const std::size_t nombre = std::min(parNoeud, entrees.size() - debut);
       const int64_t numero = racine ? 1 : suivant++;
-      std::fill(blob.begin(), blob.end(), 0);
-      if (racine) Ecrire16(blob.data(), profondeur);
-      Ecrire16(blob.data() + 2, static_cast<uint16_t>(nombre));
-      BoiteIndex boite = entrees[debut];
-      for (std::size_t k = 0; k < nombre; ++k) {
-        const BoiteIndex& e = entrees[debut + k];
-        unsigned char* c = blob.data() + kEnTete + k * kCellule;
-        Ecrire64(c, static_cast<uint64_t>(e.id));
-        Ecrire32(c + 8, std::bit_cast<uint32_t>(e.yMin));
-        Ecrire32(c + 12, std::bit_cast<uint32_t>(e.yMax));
-        Ecrire32(c + 16, std::bit_cast<uint32_t>(e.xMin));
-        Ecrire32(c + 20, std::bit_cast<uint32_t>(e.xMax));
+      const auto contenu = std::span<const BoiteIndex>(entrees).subspan(debut, nombre);
+      dessus.push_back(RemplirNoeud(blob, contenu, racine ? profondeur : -1, numero));
+      for (const BoiteIndex& e : contenu) {
         if (profondeur == 0) feuilles.emplace_back(e.id, numero);
         else if (!parent.Executer(e.id, numero)) return false;
-        boite.yMin = std::min(boite.yMin, e.yMin), boite.yMax = std::max(boite.yMax, e.yMax);
-        boite.xMin = std::min(boite.xMin, e.xMin), boite.xMax = std::max(boite.xMax, e.xMax);
       }
       if (!noeud.Executer(numero, blob)) return false;
-      boite.id = numero;
-      dessus.push_back(boite);
     }
     if (profondeur == 0) {
       std::sort(feuilles.begin(), feuilles.end());

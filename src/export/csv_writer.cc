@@ -76,11 +76,15 @@ class Csv : public EcrivainExport {
     return !donnees_[i].EnErreur() || Echouer(noms_[i], RaisonFatale::Ecriture);
   }
 
-  bool Terminer() override {
+  bool Terminer(int) override {
     for (int i = 0; i < 2; ++i) {
       if (!donnees_[i].Vider()) return Echouer(noms_[i], RaisonFatale::Ecriture);
       if (!types_[i].Vider()) return Echouer(noms_[i] + "t", RaisonFatale::Ecriture);
     }
+    return true;
+  }
+
+  bool Placer() override {
     for (int i = 0; i < 2; ++i) {
       if (!FermerFichier(donnees_[i])) return Echouer(noms_[i], RaisonFatale::Ecriture);
       if (!FermerFichier(types_[i])) return Echouer(noms_[i] + "t", RaisonFatale::Ecriture);

@@ -2,9 +2,16 @@
 // ("THEME_nn") and a layer "REJETS"; for each point a POINT, its altitude
 // as Z, and a TEXT with its point number. Texts are Windows-1252, as the
 // header's code page says, their line breaks made blanks.
+//
+// The header holds the drawing's extent and the layer table its layers,
+// both known once every point is: the entities go to a second file of the
+// file services, created beside the drawing and never put in place, and
+// at the end the header and the tables are written, then the entities
+// copied back after them. Memory stays the same whatever the source, and a
+// single pass over it is enough.
+#include "export/output_file.h"
 #include "export/writers.h"
 #include "io/encoding.h"
-#include "io/text_file.h"
 
 namespace quillon {
 namespace {
@@ -25,50 +32,21 @@ class Dxf : public EcrivainExport {
   }
   ~Dxf() override { Abandonner(); }
 
-  bool Commencer(const EnteteExport& entete) override {
-    if (!CreerFichierEcriture(flux_, nom_, systeme_)) return Echouer(nom_, RaisonFatale::Creation);
-    Groupe(0, "SECTION");
-    Groupe(2, "HEADER");
-    Groupe(9, "$ACADVER");
-    Groupe(1, "AC1009");
-    Groupe(9, "$DWGCODEPAGE");
-    Groupe(3, "ANSI_1252");
-    if (entete.emprise) {
-      Groupe(9, "$EXTMIN");
-      Coordonnees(entete.yMin, entete.xMin, 0);
-      Groupe(9, "$EXTMAX");
-      Coordonnees(entete.yMax, entete.xMax, 0);
+  bool Commencer(const EnteteExport&) override {
+    if (!dessin_.Creer(systeme_, nom_) || !entites_.Creer(systeme_, nom_ + ".entites")) {
+      return Echouer(nom_, RaisonFatale::Creation);
     }
-    Groupe(0, "ENDSEC");
-    Groupe(0, "SECTION");
-    Groupe(2, "TABLES");
-    Groupe(0, "TABLE");
-    Groupe(2, "LTYPE");
-    Groupe(70, "1");
-    Groupe(0, "LTYPE");
-    Groupe(2, "CONTINUOUS");
-    Groupe(70, "0");
-    Groupe(3, "Solid line");
-    Groupe(72, "65");
-    Groupe(73, "0");
-    Groupe(40, "0.0");
-    Groupe(0, "ENDTAB");
-    Groupe(0, "TABLE");
-    Groupe(2, "LAYER");
-    Groupe(70, TexteEntier(static_cast<int64_t>(entete.themes.size()) + 1));
-    for (int32_t theme : entete.themes) Calque(NomCalque(theme));
-    Calque(NomCalque(-1));
-    Groupe(0, "ENDTAB");
-    Groupe(0, "ENDSEC");
-    Groupe(0, "SECTION");
-    Groupe(2, "ENTITIES");
-    return !flux_.EnErreur() || Echouer(nom_, RaisonFatale::Ecriture);
+    return true;
   }
 
   bool Ecrire(const Enregistrement& e) override {
     const int32_t theme = e.couche == Couche::Points ? e.theme : -1;
     if (theme >= 100 || theme < -1) autreCalque_ = NomCalque(theme);
     const std::string& calque = theme >= 0 && theme < 100 ? calques_[theme] : theme == -1 ? rejets_ : autreCalque_;
+    if (e.couche == Couche::Points) {
+      emprise_.Ajouter(e.y, e.x);
+      if (theme >= 0 && theme < 100) themes_[theme] = true;
+    }
     ligne_.clear();
     Ajouter(0, "POINT");
     Ajouter(8, calque);
@@ -86,25 +64,89 @@ class Dxf : public EcrivainExport {
       }
       ligne_ += "\r\n";
     }
-    flux_.Write(ligne_);
-    return !flux_.EnErreur() || Echouer(nom_, RaisonFatale::Ecriture);
+    entites_.Ecrire(ligne_);
+    return !entites_.EnErreur() || Echouer(nom_, RaisonFatale::Ecriture);
   }
 
-  bool Terminer() override {
-    Groupe(0, "ENDSEC");
-    Groupe(0, "EOF");
-    return FermerFichier(flux_) || Echouer(nom_, RaisonFatale::Ecriture);
+  bool Terminer(int) override {
+    ligne_.clear();
+    Entete();
+    Tables();
+    Ajouter(0, "SECTION");
+    Ajouter(2, "ENTITIES");
+    dessin_.Ecrire(ligne_);
+    if (!entites_.CopierVers(dessin_)) return Echouer(nom_, RaisonFatale::Ecriture);
+    entites_.Abandonner();
+    ligne_.clear();
+    Ajouter(0, "ENDSEC");
+    Ajouter(0, "EOF");
+    dessin_.Ecrire(ligne_);
+    return dessin_.Vider() || Echouer(nom_, RaisonFatale::Ecriture);
   }
 
-  void Abandonner() override { AbandonnerFichier(flux_); }
+  bool Placer() override { return dessin_.Fermer() || Echouer(nom_, RaisonFatale::Ecriture); }
+
+  void Abandonner() override {
+    dessin_.Abandonner();
+    entites_.Abandonner();
+  }
 
  private:
-  void Groupe(int code, std::string_view valeur) {
-    flux_.WriteLine(TexteEntier(code));
-    flux_.WriteLine(valeur);
+  // The header: the version, the code page, and the extent of the points.
+  void Entete() {
+    Ajouter(0, "SECTION");
+    Ajouter(2, "HEADER");
+    Ajouter(9, "$ACADVER");
+    Ajouter(1, "AC1009");
+    Ajouter(9, "$DWGCODEPAGE");
+    Ajouter(3, "ANSI_1252");
+    if (!emprise_.vide) {
+      Ajouter(9, "$EXTMIN");
+      AjouterCoordonnees(emprise_.yMin, emprise_.xMin, 0);
+      Ajouter(9, "$EXTMAX");
+      AjouterCoordonnees(emprise_.yMax, emprise_.xMax, 0);
+    }
+    Ajouter(0, "ENDSEC");
   }
 
-  // The same groups, added to the text of one entity, written at once.
+  // The line type, and a layer per theme of the points and one for the
+  // rejected lines.
+  void Tables() {
+    Ajouter(0, "SECTION");
+    Ajouter(2, "TABLES");
+    Ajouter(0, "TABLE");
+    Ajouter(2, "LTYPE");
+    Ajouter(70, "1");
+    Ajouter(0, "LTYPE");
+    Ajouter(2, "CONTINUOUS");
+    Ajouter(70, "0");
+    Ajouter(3, "Solid line");
+    Ajouter(72, "65");
+    Ajouter(73, "0");
+    Ajouter(40, "0.0");
+    Ajouter(0, "ENDTAB");
+    Ajouter(0, "TABLE");
+    Ajouter(2, "LAYER");
+    int64_t calques = 1;
+    for (bool present : themes_) calques += present ? 1 : 0;
+    Ajouter(70, TexteEntier(calques));
+    for (int32_t theme = 0; theme < 100; ++theme) {
+      if (themes_[theme]) Calque(calques_[theme]);
+    }
+    Calque(rejets_);
+    Ajouter(0, "ENDTAB");
+    Ajouter(0, "ENDSEC");
+  }
+
+  void Calque(const std::string& nom) {
+    Ajouter(0, "LAYER");
+    Ajouter(2, nom);
+    Ajouter(70, "0");
+    Ajouter(62, "7");
+    Ajouter(6, "CONTINUOUS");
+  }
+
+  // A group: its code and its value, each on a line, added to `ligne_`.
   void Ajouter(int code, std::string_view valeur) {
     AjouterEntier(ligne_, code);
     ligne_ += "\r\n";
@@ -122,23 +164,12 @@ class Dxf : public EcrivainExport {
     ligne_ += "\r\n";
   }
 
-  void Coordonnees(double y, double x, double z) {
-    Groupe(10, TexteReel(y));
-    Groupe(20, TexteReel(x));
-    Groupe(30, TexteReel(z));
-  }
-
-  void Calque(const std::string& nom) {
-    Groupe(0, "LAYER");
-    Groupe(2, nom);
-    Groupe(70, "0");
-    Groupe(62, "7");
-    Groupe(6, "CONTINUOUS");
-  }
-
   SystemeFichiers& systeme_;
   std::string nom_;
-  FluxTexte flux_;
+  FichierSortie dessin_;
+  FichierSortie entites_;  // never put in place
+  Emprise emprise_;        // of the points
+  bool themes_[100] = {};  // the themes of the points
   // The names of the layers, and the text of one entity, made once.
   std::string calques_[100];
   const std::string rejets_ = NomCalque(-1);

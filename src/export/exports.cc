@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cmath>
 
-#include "io/encoding.h"
-#include "io/journal.h"
+#include "formats/field_readers.h"
 #include "formats/ptp_format.h"
 #include "formats/ptv_format.h"
+#include "formats/pts_format.h"
+#include "io/encoding.h"
+#include "io/journal.h"
 #include "io/text_file.h"
 
 namespace quillon {
@@ -68,25 +70,25 @@ void RemplirPoint(const Point& p, int64_t ligne, Enregistrement& e) {
   e.altitude = p.Altitude;
   e.theme = p.Theme;
   TexteUtf8(p.NoPoint, e.numero);
-  auto& v = e.valeurs;
+  using C = ColonnePoint;
   const bool altitude = p.Altitude != 0;
-  Entier(v[0], p.Theme);
-  Entier(v[1], p.NoCommune);
-  Entier(v[2], p.NoPlan);
-  Texte(v[3], e.numero);
-  Entier(v[4], p.Nature);
-  Reel(v[5], p.CoordY);
-  Reel(v[6], p.CoordX);
-  Reel(v[7], p.Altitude, altitude);
-  Reel(v[8], p.PrecPlan, p.FiabPlan != 0);
-  OuiNon(v[9], p.FiabPlan);
-  Reel(v[10], p.PrecAlt, altitude && p.FiabAlt != 0);
-  OuiNon(v[11], altitude ? p.FiabAlt : 0);
-  Entier(v[12], p.Valeur, p.Valeur != 0);
-  OuiNon(v[13], p.FichePFP3);
-  TexteSource(v[14], p.Commentaire);
-  TexteSource(v[15], p.Type);
-  Entier(v[16], ligne);
+  Entier(e[C::Theme], p.Theme);
+  Entier(e[C::Commune], p.NoCommune);
+  Entier(e[C::Plan], p.NoPlan);
+  Texte(e[C::Numero], e.numero);
+  Entier(e[C::Nature], p.Nature);
+  Reel(e[C::Y], p.CoordY);
+  Reel(e[C::X], p.CoordX);
+  Reel(e[C::Altitude], p.Altitude, altitude);
+  Reel(e[C::PrecPlan], p.PrecPlan, p.FiabPlan != 0);
+  OuiNon(e[C::FiabPlan], p.FiabPlan);
+  Reel(e[C::PrecAlt], p.PrecAlt, altitude && p.FiabAlt != 0);
+  OuiNon(e[C::FiabAlt], altitude ? p.FiabAlt : 0);
+  Entier(e[C::Valeur], p.Valeur, p.Valeur != 0);
+  OuiNon(e[C::FichePFP3], p.FichePFP3);
+  TexteSource(e[C::Commentaire], p.Commentaire);
+  TexteSource(e[C::Type], p.Type);
+  Entier(e[C::Ligne], ligne);
 }
 
 // What could be read of a rejected line: `lus` tells whether its theme,
@@ -99,22 +101,36 @@ void RemplirRejet(const Point& p, const std::array<bool, 4>& lus, int64_t ligne,
   e.altitude = 0;
   e.theme = -1;
   TexteUtf8(p.NoPoint, e.numero);
-  auto& v = e.valeurs;
-  Entier(v[0], ligne);
-  Entier(v[1], p.Theme, lus[0]);
-  Entier(v[2], p.NoCommune, lus[1]);
-  Entier(v[3], p.NoPlan, lus[2]);
-  Texte(v[4], lus[3] ? std::string_view(e.numero) : std::string_view());
-  Reel(v[5], p.CoordY);
-  Reel(v[6], p.CoordX);
-  Texte(v[7], Cp1252VersUtf8(messages));
-  Texte(v[8], Cp1252VersUtf8(source));
+  using C = ColonneRejet;
+  Entier(e[C::Ligne], ligne);
+  Entier(e[C::Theme], p.Theme, lus[0]);
+  Entier(e[C::Commune], p.NoCommune, lus[1]);
+  Entier(e[C::Plan], p.NoPlan, lus[2]);
+  Texte(e[C::Numero], lus[3] ? std::string_view(e.numero) : std::string_view());
+  Reel(e[C::Y], p.CoordY);
+  Reel(e[C::X], p.CoordX);
+  Texte(e[C::Messages], Cp1252VersUtf8(messages));
+  Texte(e[C::Source], Cp1252VersUtf8(source));
+}
+
+// Whether a line's point goes to a layer of the exports, converted or
+// rejected, as far as the source's own readers of its Y and X tell: both
+// read. The MD01 run skips the lines of other themes that read whole.
+bool CoordonneesLues(std::string_view ligne, const DemandeExport& d, Point& p, Journal& muet) {
+  if (d.conversion == Conversion::DCEnVal) {
+    return LireCoordonneeYPtDC(ligne, p.CoordY, muet) && LireCoordonneeXPtDC(ligne, p.CoordX, muet);
+  }
+  if (d.conversion == Conversion::PrecFiabEnMD01 && LireTheme(ligne, p.Theme, muet) && !EstThemeMD01(p.Theme) &&
+      LireLignePtPrecFiab(ligne, p, muet)) {
+    return false;
+  }
+  return LireCoordonneeY(ligne, p.CoordY, muet) && LireCoordonneeX(ligne, p.CoordX, muet);
 }
 
 }  // namespace
 
-int SystemeDeLEmprise(const EnteteExport& e) {
-  if (!e.emprise) return 0;
+int SystemeDeLEmprise(const Emprise& e) {
+  if (e.vide) return 0;
   auto dans = [&](double dy, double dx) {
     return e.yMin >= 480000 + dy && e.yMax <= 850000 + dy && e.xMin >= 70000 + dx && e.xMax <= 300000 + dx;
   };
@@ -125,13 +141,13 @@ int SystemeDeLEmprise(const EnteteExport& e) {
 
 bool PreparerExport(const DemandeExport& d, EnteteExport& entete, BilanExport& bilan) {
   entete.epsg = d.epsg;
+  entete.systemeConnu = d.epsg != 0;
   bilan.epsg = d.epsg;
-  // A first pass, so that memory stays the same whatever the source: the
-  // system is guessed from the extent of every converted point, and the
-  // drawing declares its layers before its entities, both before the first
-  // record is written.
-  const bool dxf = std::find(d.formats.begin(), d.formats.end(), FormatExport::Dxf) != d.formats.end();
-  if (d.epsg != 0 && !dxf) return true;
+  const bool geopackage =
+      std::find(d.formats.begin(), d.formats.end(), FormatExport::GeoPackage) != d.formats.end();
+  if (entete.systemeConnu || !geopackage) return true;
+  // The GeoPackage's geometries carry the system: a first pass guesses it
+  // before the first row, reading the coordinates alone.
   FluxTexte source;
   if (!OuvrirFichierLecture(source, d.source, *d.systeme)) {
     bilan.erreur = {d.source, RaisonFatale::Ouverture};
@@ -139,37 +155,22 @@ bool PreparerExport(const DemandeExport& d, EnteteExport& entete, BilanExport& b
   }
   Journal muet;  // the messages are the run's to write
   muet.SansFichier();
-  const EtapeLigne etape = EtapeDe(d.conversion);
   Point p;
-  LigneCible cible;
+  Emprise emprise;
   std::string_view ligne;
-  bool themes[100] = {};
   while (!source.AtEndOfStream() && source.ReadLine(ligne)) {
     if (d.arret != nullptr && d.arret->load(std::memory_order_relaxed)) {
       bilan.interrompu = true;
       return false;
     }
-    if (!etape(ligne, p, cible, muet, d.options)) continue;
-    if (!entete.emprise) {
-      entete.yMin = entete.yMax = p.CoordY;
-      entete.xMin = entete.xMax = p.CoordX;
-      entete.emprise = true;
-    }
-    entete.yMin = std::min(entete.yMin, p.CoordY);
-    entete.yMax = std::max(entete.yMax, p.CoordY);
-    entete.xMin = std::min(entete.xMin, p.CoordX);
-    entete.xMax = std::max(entete.xMax, p.CoordX);
-    if (p.Theme >= 0 && p.Theme < 100) themes[p.Theme] = true;
+    if (CoordonneesLues(ligne, d, p, muet)) emprise.Ajouter(p.CoordY, p.CoordX);
   }
   if (source.EnErreur()) {
     bilan.erreur = {d.source, RaisonFatale::Lecture};
     return false;
   }
-  for (int32_t t = 0; t < 100; ++t) {
-    if (themes[t]) entete.themes.push_back(t);
-  }
-  if (d.epsg == 0) entete.epsg = SystemeDeLEmprise(entete);
-  bilan.epsg = entete.epsg;
+  entete.epsg = bilan.epsg = SystemeDeLEmprise(emprise);
+  entete.systemeConnu = true;
   return true;
 }
 
@@ -254,23 +255,7 @@ void ExportsEnCours::Transmettre() {
 // and ends the files once told that the run is over; everything SQLite
 // does is done here. After a failure it only gives the blocks back.
 void ExportsEnCours::Travailler() {
-  std::vector<std::unique_ptr<EcrivainExport>> ecrivains;
-  bool echec = false;
-  auto echouer = [&](const ErreurFatale& erreur) {
-    bilan_.erreur = erreur;
-    echec = true;
-  };
-  for (FormatExport format : demande_.formats) {
-    if (echec) break;
-    ecrivains.push_back(CreerEcrivain(format, demande_.base, *demande_.systeme));
-    if (ecrivains.back() == nullptr) echouer({FichiersExport(format, demande_.base).front(), RaisonFatale::Creation});
-    else if (!ecrivains.back()->Commencer(entete_)) echouer(ecrivains.back()->Erreur());
-  }
-
-  Journal muet;  // the target's reading back says nothing
-  muet.SansFichier();
-  Point point;
-  Enregistrement e;
+  Commencer();
   std::unique_lock<std::mutex> verrou(verrou_);
   for (;;) {
     signal_.wait(verrou, [&] { return !pleins_.empty() || fin_; });
@@ -278,23 +263,7 @@ void ExportsEnCours::Travailler() {
     Lot* lot = pleins_.front();
     pleins_.erase(pleins_.begin());
     verrou.unlock();
-    for (std::size_t k = 0; k < lot->nombre && !echec; ++k) {
-      const Paquet& p = lot->paquets[k];
-      if (p.converti) {
-        PointDeLaCible(demande_.conversion, p.point, p.texte, point, muet);
-        RemplirPoint(point, p.ligne, e);
-        ++bilan_.points;
-      } else {
-        RemplirRejet(p.point, p.lus, p.ligne, p.texte, p.messages, e);
-        ++bilan_.rejets;
-      }
-      for (auto& ecrivain : ecrivains) {
-        if (!ecrivain->Ecrire(e)) {
-          echouer(ecrivain->Erreur());
-          break;
-        }
-      }
-    }
+    if (!echec_) EcrireLot(*lot);
     lot->nombre = 0;
     verrou.lock();
     libres_.push_back(lot);
@@ -302,15 +271,64 @@ void ExportsEnCours::Travailler() {
   }
   const bool abandon = abandon_;
   verrou.unlock();
-  for (auto& ecrivain : ecrivains) {
-    if (echec || abandon) break;
-    if (!ecrivain->Terminer()) echouer(ecrivain->Erreur());
+  Finir(abandon);
+}
+
+void ExportsEnCours::Echouer(const ErreurFatale& erreur) {
+  bilan_.erreur = erreur;
+  echec_ = true;
+}
+
+void ExportsEnCours::Commencer() {
+  muet_.SansFichier();  // the target's reading back says nothing
+  for (FormatExport format : demande_.formats) {
+    std::unique_ptr<EcrivainExport> ecrivain = CreerEcrivain(format, demande_.base, *demande_.systeme);
+    if (ecrivain == nullptr) return Echouer({FichiersExport(format, demande_.base).front(), RaisonFatale::Creation});
+    ecrivains_.push_back(std::move(ecrivain));
+    if (!ecrivains_.back()->Commencer(entete_)) return Echouer(ecrivains_.back()->Erreur());
   }
-  if (echec || abandon) {
-    for (auto& ecrivain : ecrivains) ecrivain->Abandonner();
+}
+
+// Each line of a block as its record, to every writer; the extent of
+// them all, for a system guessed at the end.
+void ExportsEnCours::EcrireLot(const Lot& lot) {
+  Enregistrement& e = enregistrement_;
+  for (std::size_t k = 0; k < lot.nombre; ++k) {
+    const Paquet& p = lot.paquets[k];
+    emprise_.Ajouter(p.point.CoordY, p.point.CoordX);
+    if (p.converti) {
+      PointDeLaCible(demande_.conversion, p.point, p.texte, point_, muet_);
+      RemplirPoint(point_, p.ligne, e);
+      ++bilan_.points;
+    } else {
+      RemplirRejet(p.point, p.lus, p.ligne, p.texte, p.messages, e);
+      ++bilan_.rejets;
+    }
+    for (auto& ecrivain : ecrivains_) {
+      if (!ecrivain->Ecrire(e)) return Echouer(ecrivain->Erreur());
+    }
+  }
+}
+
+// Every file ended, each writer told the system, then every file put in
+// place; or all given up.
+void ExportsEnCours::Finir(bool abandon) {
+  const int epsg = entete_.systemeConnu ? entete_.epsg : SystemeDeLEmprise(emprise_);
+  for (auto& ecrivain : ecrivains_) {
+    if (echec_ || abandon) break;
+    if (!ecrivain->Terminer(epsg)) Echouer(ecrivain->Erreur());
+  }
+  for (auto& ecrivain : ecrivains_) {
+    if (echec_ || abandon) break;
+    if (!ecrivain->Placer()) Echouer(ecrivain->Erreur());
+  }
+  if (echec_ || abandon) {
+    for (auto& ecrivain : ecrivains_) ecrivain->Abandonner();
   } else {
     bilan_.complet = true;
+    bilan_.epsg = epsg;
   }
+  ecrivains_.clear();
 }
 
 BilanExport ExportsEnCours::Terminer() {

@@ -2,7 +2,9 @@
 // in any of the formats, beside the run's target. The conversion's own run
 // feeds them: each line it converts or rejects is handed, with its target
 // line and its messages, to a second thread that makes the line's record
-// and writes it in every format asked for while the run goes on.
+// and writes it in every format asked for while the run goes on: one pass
+// over the source, and a first one, over the coordinates alone, only for a
+// GeoPackage whose system is not given.
 #pragma once
 
 #include <atomic>
@@ -16,6 +18,8 @@
 
 #include "conversion/conversions.h"
 #include "conversion/observer.h"
+#include "io/journal.h"
+#include "model/point.h"
 #include "export/writers.h"
 
 namespace quillon {
@@ -26,7 +30,7 @@ struct DemandeExport {
   OptionsConversion options;
   std::string base;  // the exports' path without its extension
   std::vector<FormatExport> formats;
-  int epsg = 0;      // 0: guessed from the extent of the converted points
+  int epsg = 0;      // 0: guessed (SystemeDeLEmprise)
   const std::atomic<bool>* arret = nullptr;
   SystemeFichiers* systeme = &SystemeFichiersReel();
 };
@@ -47,14 +51,19 @@ inline constexpr std::string_view kSansSysteme =
 
 // The system of an extent: EPSG:2056 for Y from 2,480,000 to 2,850,000 and
 // X from 1,070,000 to 1,300,000, EPSG:21781 for the same less 2,000,000
-// and 1,000,000; 0 for anything else, and for no point at all.
-int SystemeDeLEmprise(const EnteteExport& entete);
+// and 1,000,000; 0 for anything else, and for no point at all. A system not
+// given is guessed from the extent of every point exported, converted or
+// rejected: the lines whose Y and X read (the lines the MD01 run skips
+// aside), the same whether the run's exports or the GeoPackage's first
+// pass reads them.
+int SystemeDeLEmprise(const Emprise& emprise);
 
-// What the writers must know before the first record: the system, given or
-// guessed from the extent of the converted points, and for the drawing its
-// layers and extent. A first pass over the source through the line steps
-// tells them when the system is not given or a drawing is asked for. False
-// when that pass failed or was stopped (`bilan` tells).
+// What the writers must know before the first record: the system when it
+// is given, or when the GeoPackage, whose geometries carry it, is asked
+// for: then a first pass over the source reads the coordinates of each
+// line alone and guesses it. Otherwise the system is guessed at the end of
+// the run, from the points the writers were given. False when that pass
+// failed or was stopped (`bilan` tells).
 bool PreparerExport(const DemandeExport& demande, EnteteExport& entete, BilanExport& bilan);
 
 // The exports of one run, as its observer. The run's thread only copies
@@ -79,10 +88,23 @@ class ExportsEnCours : public ObservateurExecution {
   void Travailler();
   void Arreter(bool abandon);
   void Transmettre();
+  // The writers' thread's steps.
+  void Commencer();
+  void EcrireLot(const Lot& lot);
+  void Finir(bool abandon);
+  void Echouer(const ErreurFatale& erreur);
 
   DemandeExport demande_;
   EnteteExport entete_;
-  BilanExport bilan_;  // the writers' thread's, read once it has ended
+  // The writers' thread's, read once it has ended.
+  BilanExport bilan_;
+  std::vector<std::unique_ptr<EcrivainExport>> ecrivains_;
+  bool echec_ = false;
+  Emprise emprise_;  // of every point exported
+  Journal muet_;
+  Point point_;
+  Enregistrement enregistrement_;
+
   std::thread fil_;
   std::mutex verrou_;
   std::condition_variable signal_;
@@ -94,7 +116,8 @@ class ExportsEnCours : public ObservateurExecution {
 
 // Every export asked for, from a pass of its own over the source (the
 // windows, once a run is over): a run of the conversion that writes no
-// target and no log, with the exports as its observer.
+// target and no log, with the exports as its observer; and before it the
+// GeoPackage's first pass when it has to guess the system.
 BilanExport Exporter(const DemandeExport& demande);
 
 }  // namespace quillon

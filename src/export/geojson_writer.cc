@@ -5,12 +5,18 @@
 // the conversion. The coordinates stay in the file's own system, named by a
 // "crs" member as GDAL writes it for projected data: not the longitude and
 // latitude of RFC 7946.
+//
+// The "crs" member comes before the features, where every reader looks
+// for it. When the system is only known at the end (guessed from the
+// points written), room is left there, blanks that JSON ignores, and the
+// member is written into it at the end; blanks remain when no system could
+// be told.
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
 
+#include "export/output_file.h"
 #include "export/writers.h"
-#include "io/text_file.h"
 
 namespace quillon {
 namespace {
@@ -43,6 +49,31 @@ void AjouterTexte(std::string& ligne, std::string_view texte) {
   ligne += '"';
 }
 
+// The "crs" member naming EPSG:`epsg`, as GDAL writes it.
+std::string MembreCrs(int epsg) {
+  return "\"crs\": { \"type\": \"name\", \"properties\": { \"name\": \"urn:ogc:def:crs:EPSG::" +
+         TexteEntier(epsg) + "\" } },\n";
+}
+
+// The room left for a system told at the end: the member of a four-digit
+// code, as long as the one of EPSG:2056.
+const std::size_t kPlaceCrs = MembreCrs(2056).size();
+
+// What fills the room at the end: the member of `epsg` (the blanks after
+// its braces taken out while it is too long, then blanks before its line
+// end up to the room's length), or blanks alone for no system; empty when
+// it cannot fit.
+std::string RemplissageCrs(int epsg) {
+  if (epsg == 0) return std::string(kPlaceCrs - 1, ' ') + "\n";
+  std::string membre = MembreCrs(epsg);
+  for (std::size_t blanc; membre.size() > kPlaceCrs && (blanc = membre.find("{ ")) != std::string::npos;) {
+    membre.erase(blanc + 1, 1);
+  }
+  if (membre.size() > kPlaceCrs) return {};
+  membre.insert(membre.size() - 1, kPlaceCrs - membre.size(), ' ');
+  return membre;
+}
+
 class GeoJson : public EcrivainExport {
  public:
   GeoJson(const std::string& base, SystemeFichiers& systeme) : systeme_(systeme) {
@@ -54,17 +85,16 @@ class GeoJson : public EcrivainExport {
   bool Commencer(const EnteteExport& entete) override {
     for (Couche couche : {Couche::Points, Couche::Rejets}) {
       const int i = static_cast<int>(couche);
-      if (!CreerFichierEcriture(flux_[i], noms_[i], systeme_)) return Echouer(noms_[i], RaisonFatale::Creation);
-      flux_[i].Write("{\n\"type\": \"FeatureCollection\",\n\"name\": \"");
-      flux_[i].Write(NomCouche(couche));
-      flux_[i].Write("\",\n");
-      if (entete.epsg != 0) {
-        flux_[i].Write("\"crs\": { \"type\": \"name\", \"properties\": { \"name\": \"urn:ogc:def:crs:EPSG::");
-        flux_[i].Write(TexteEntier(entete.epsg));
-        flux_[i].Write("\" } },\n");
-      }
-      flux_[i].Write("\"features\": [");
+      if (!fichiers_[i].Creer(systeme_, noms_[i])) return Echouer(noms_[i], RaisonFatale::Creation);
+      fichiers_[i].Ecrire("{\n\"type\": \"FeatureCollection\",\n\"name\": \"");
+      fichiers_[i].Ecrire(NomCouche(couche));
+      fichiers_[i].Ecrire("\",\n");
+      place_[i] = fichiers_[i].Taille();
+      if (!entete.systemeConnu) fichiers_[i].Ecrire(std::string(kPlaceCrs, ' '));
+      else if (entete.epsg != 0) fichiers_[i].Ecrire(MembreCrs(entete.epsg));
+      fichiers_[i].Ecrire("\"features\": [");
     }
+    systemeConnu_ = entete.systemeConnu;
     return true;
   }
 
@@ -95,29 +125,39 @@ class GeoJson : public EcrivainExport {
     ligne_ += ',';
     AjouterNombre(ligne_, e.x);
     ligne_ += "]}}";
-    flux_[i].Write(ligne_);
-    return !flux_[i].EnErreur() || Echouer(noms_[i], RaisonFatale::Ecriture);
+    fichiers_[i].Ecrire(ligne_);
+    return !fichiers_[i].EnErreur() || Echouer(noms_[i], RaisonFatale::Ecriture);
   }
 
-  bool Terminer() override {
+  bool Terminer(int epsg) override {
+    const std::string crs = systemeConnu_ ? std::string() : RemplissageCrs(epsg);
     for (int i = 0; i < 2; ++i) {
-      flux_[i].Write("\n]\n}\n");
-      if (!flux_[i].Vider()) return Echouer(noms_[i], RaisonFatale::Ecriture);
+      fichiers_[i].Ecrire("\n]\n}\n");
+      if (!fichiers_[i].Vider()) return Echouer(noms_[i], RaisonFatale::Ecriture);
+      if (!systemeConnu_ && (crs.empty() || !fichiers_[i].EcrireA(crs, place_[i]))) {
+        return Echouer(noms_[i], RaisonFatale::Ecriture);
+      }
     }
+    return true;
+  }
+
+  bool Placer() override {
     for (int i = 0; i < 2; ++i) {
-      if (!FermerFichier(flux_[i])) return Echouer(noms_[i], RaisonFatale::Ecriture);
+      if (!fichiers_[i].Fermer()) return Echouer(noms_[i], RaisonFatale::Ecriture);
     }
     return true;
   }
 
   void Abandonner() override {
-    for (FluxTexte& f : flux_) AbandonnerFichier(f);
+    for (FichierSortie& f : fichiers_) f.Abandonner();
   }
 
  private:
   SystemeFichiers& systeme_;
   std::string noms_[2];
-  FluxTexte flux_[2];
+  FichierSortie fichiers_[2];
+  uint64_t place_[2] = {0, 0};  // where the "crs" member goes
+  bool systemeConnu_ = false;
   bool premier_[2] = {true, true};
   std::string ligne_;
 };

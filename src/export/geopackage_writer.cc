@@ -99,26 +99,17 @@ struct BlobPoint {
   }
 };
 
-struct Emprise {
-  bool vide = true;
-  double yMin = 0, yMax = 0, xMin = 0, xMax = 0;
-  void Ajouter(double y, double x) {
-    if (vide || y < yMin) yMin = y;
-    if (vide || y > yMax) yMax = y;
-    if (vide || x < xMin) xMin = x;
-    if (vide || x > xMax) xMax = x;
-    vide = false;
-  }
-};
-
 class GeoPackage : public EcrivainExport {
  public:
   GeoPackage(const std::string& base, SystemeFichiers& systeme) : final_(base + ".gpkg"), systeme_(systeme) {}
   ~GeoPackage() override { Abandonner(); }
 
   bool Commencer(const EnteteExport& entete) override {
+    // The geometries carry the system: it must be known now.
+    if (!entete.systemeConnu) return Echouer(final_, RaisonFatale::Creation);
     fichier_ = systeme_.CreerEcriture(final_, {});
-    if (!fichier_ || OuvrirBaseSur(*fichier_, &base_) != SQLITE_OK) return Echouer(final_, RaisonFatale::Creation);
+    if (!fichier_) return Echouer(final_, RaisonFatale::Creation);
+    if (OuvrirBaseSur(*fichier_, &base_) != SQLITE_OK) return EchecSqlite(RaisonFatale::Creation);
     srs_ = entete.epsg != 0 ? entete.epsg : -1;
     std::string sql = kSchema;
     if (entete.epsg != 0 && entete.epsg != 4326) {
@@ -177,7 +168,7 @@ class GeoPackage : public EcrivainExport {
     return a.nombre < kRangees || Inserer(e.couche);
   }
 
-  bool Terminer() override {
+  bool Terminer(int) override {
     if (!Inserer(Couche::Points) || !Inserer(Couche::Rejets)) return false;
     std::string sql;
     for (Couche couche : {Couche::Points, Couche::Rejets}) {
@@ -190,12 +181,18 @@ class GeoPackage : public EcrivainExport {
       }
       sql += Declencheurs(t);
       if (!RemplirArbreR(base_, "rtree_" + t + "_geom", boites_[static_cast<int>(couche)])) {
-        return Echouer(final_, RaisonFatale::Ecriture);
+        return EchecSqlite(RaisonFatale::Ecriture);
       }
     }
     sql += "COMMIT;\n";
     if (!Executer(sql)) return false;
-    if (!Fermer()) return Echouer(final_, RaisonFatale::Ecriture);
+    if (const int code = Fermer(); code != SQLITE_OK) {
+      return Echouer(final_, RaisonFatale::Ecriture, sqlite3_errstr(code));
+    }
+    return true;
+  }
+
+  bool Placer() override {
     const std::unique_ptr<SupportFichier> fichier = std::move(fichier_);
     return fichier->Fermer() || Echouer(final_, RaisonFatale::Ecriture);
   }
@@ -207,14 +204,19 @@ class GeoPackage : public EcrivainExport {
   }
 
  private:
+  // The file failed, and SQLite says why (its words are ASCII).
+  bool EchecSqlite(RaisonFatale raison) {
+    return Echouer(final_, raison, base_ != nullptr ? sqlite3_errmsg(base_) : "");
+  }
+
   bool Executer(const std::string& sql) {
     return sqlite3_exec(base_, sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK ||
-           Echouer(final_, RaisonFatale::Ecriture);
+           EchecSqlite(RaisonFatale::Ecriture);
   }
 
   bool Preparer(const std::string& sql, sqlite3_stmt*& s) {
     return sqlite3_prepare_v2(base_, sql.c_str(), -1, &s, nullptr) == SQLITE_OK ||
-           Echouer(final_, RaisonFatale::Ecriture);
+           EchecSqlite(RaisonFatale::Ecriture);
   }
 
   // The rows waiting for a layer: all at once when a whole statement's
@@ -250,17 +252,19 @@ class GeoPackage : public EcrivainExport {
 
   bool Pas(sqlite3_stmt* s) {
     const bool ok = sqlite3_step(s) == SQLITE_DONE;
+    if (!ok) EchecSqlite(RaisonFatale::Ecriture);  // before the reset, which keeps the error all the same
     sqlite3_reset(s);
-    return ok || Echouer(final_, RaisonFatale::Ecriture);
+    return ok;
   }
 
-  bool Fermer() {
+  // SQLite's code.
+  int Fermer() {
     for (sqlite3_stmt*& s : une_) sqlite3_finalize(s), s = nullptr;
     for (sqlite3_stmt*& s : plusieurs_) sqlite3_finalize(s), s = nullptr;
-    if (base_ == nullptr) return false;
-    const bool ok = sqlite3_close(base_) == SQLITE_OK;
+    if (base_ == nullptr) return SQLITE_MISUSE;
+    const int code = sqlite3_close(base_);
     base_ = nullptr;
-    return ok;
+    return code;
   }
 
   std::string final_;

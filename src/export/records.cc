@@ -15,13 +15,46 @@ constexpr Colonne kPoints[] = {
     {"valeur", TypeChamp::Entier},     {"fiche_pfp3", TypeChamp::Texte},   {"commentaire", TypeChamp::Texte},
     {"type", TypeChamp::Texte},        {"ligne", TypeChamp::Entier},
 };
-static_assert(std::size(kPoints) <= kColonnesMax);
 
 constexpr Colonne kRejets[] = {
     {"ligne", TypeChamp::Entier}, {"theme", TypeChamp::Entier},   {"commune", TypeChamp::Entier},
     {"plan", TypeChamp::Entier},  {"numero", TypeChamp::Texte},   {"y", TypeChamp::Reel},
     {"x", TypeChamp::Reel},       {"messages", TypeChamp::Texte}, {"source", TypeChamp::Texte},
 };
+
+// Each column of the enums in records.h is the one of its name here.
+template <std::size_t N, typename Indice>
+constexpr bool EnPlace(const Colonne (&table)[N], Indice indice, std::string_view nom) {
+  return static_cast<std::size_t>(indice) < N && table[static_cast<std::size_t>(indice)].nom == nom;
+}
+static_assert(std::size(kPoints) == static_cast<std::size_t>(ColonnePoint::Nombre));
+static_assert(EnPlace(kPoints, ColonnePoint::Theme, "theme"));
+static_assert(EnPlace(kPoints, ColonnePoint::Commune, "commune"));
+static_assert(EnPlace(kPoints, ColonnePoint::Plan, "plan"));
+static_assert(EnPlace(kPoints, ColonnePoint::Numero, "numero"));
+static_assert(EnPlace(kPoints, ColonnePoint::Nature, "nature"));
+static_assert(EnPlace(kPoints, ColonnePoint::Y, "y"));
+static_assert(EnPlace(kPoints, ColonnePoint::X, "x"));
+static_assert(EnPlace(kPoints, ColonnePoint::Altitude, "altitude"));
+static_assert(EnPlace(kPoints, ColonnePoint::PrecPlan, "prec_plan"));
+static_assert(EnPlace(kPoints, ColonnePoint::FiabPlan, "fiab_plan"));
+static_assert(EnPlace(kPoints, ColonnePoint::PrecAlt, "prec_alt"));
+static_assert(EnPlace(kPoints, ColonnePoint::FiabAlt, "fiab_alt"));
+static_assert(EnPlace(kPoints, ColonnePoint::Valeur, "valeur"));
+static_assert(EnPlace(kPoints, ColonnePoint::FichePFP3, "fiche_pfp3"));
+static_assert(EnPlace(kPoints, ColonnePoint::Commentaire, "commentaire"));
+static_assert(EnPlace(kPoints, ColonnePoint::Type, "type"));
+static_assert(EnPlace(kPoints, ColonnePoint::Ligne, "ligne"));
+static_assert(std::size(kRejets) == static_cast<std::size_t>(ColonneRejet::Nombre));
+static_assert(EnPlace(kRejets, ColonneRejet::Ligne, "ligne"));
+static_assert(EnPlace(kRejets, ColonneRejet::Theme, "theme"));
+static_assert(EnPlace(kRejets, ColonneRejet::Commune, "commune"));
+static_assert(EnPlace(kRejets, ColonneRejet::Plan, "plan"));
+static_assert(EnPlace(kRejets, ColonneRejet::Numero, "numero"));
+static_assert(EnPlace(kRejets, ColonneRejet::Y, "y"));
+static_assert(EnPlace(kRejets, ColonneRejet::X, "x"));
+static_assert(EnPlace(kRejets, ColonneRejet::Messages, "messages"));
+static_assert(EnPlace(kRejets, ColonneRejet::Source, "source"));
 
 }  // namespace
 

@@ -37,7 +37,16 @@ struct Valeur {
   std::string texte;
 };
 
-inline constexpr std::size_t kColonnesMax = 17;
+// The columns of each layer by name: their indices in a record's values,
+// in the order of ColonnesDe (records.cc checks each against its table).
+enum class ColonnePoint : std::size_t {
+  Theme, Commune, Plan, Numero, Nature, Y, X, Altitude, PrecPlan, FiabPlan, PrecAlt, FiabAlt, Valeur, FichePFP3,
+  Commentaire, Type, Ligne, Nombre
+};
+enum class ColonneRejet : std::size_t { Ligne, Theme, Commune, Plan, Numero, Y, X, Messages, Source, Nombre };
+
+inline constexpr std::size_t kColonnesMax = static_cast<std::size_t>(ColonnePoint::Nombre);
+static_assert(static_cast<std::size_t>(ColonneRejet::Nombre) <= kColonnesMax);
 
 // One record. The geometry is the point (Y, X), Y the easting; the altitude,
 // 0 when the point has none, is the Z of the CAD drawing. A record is reused
@@ -50,6 +59,9 @@ struct Enregistrement {
   int32_t theme = -1;           // -1: unknown (the CAD layer)
   std::string numero;           // the point number, trimmed, UTF-8
   std::array<Valeur, kColonnesMax> valeurs;  // in the order of ColonnesDe(couche)
+
+  Valeur& operator[](ColonnePoint c) { return valeurs[static_cast<std::size_t>(c)]; }
+  Valeur& operator[](ColonneRejet c) { return valeurs[static_cast<std::size_t>(c)]; }
 };
 
 // The shortest decimal text that reads back as `v` ("2600000.125", "0.5",

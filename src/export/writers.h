@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "export/records.h"
+#include "model/emprise.h"
 #include "io/display.h"
 #include "io/file_system.h"
 
@@ -25,13 +26,12 @@ const char* DescriptionFormat(FormatExport format);
 bool FormatDisponible(FormatExport format);
 
 // What the writers know before the first record: the coordinate system
-// (EPSG code, 0 for none) and, for the DXF drawing, the extent and the
-// themes of the points when a first pass gave them.
+// (EPSG code, 0 for none) when it is known then, given or guessed by a
+// first pass. Otherwise it is told at the end (Terminer), which the
+// GeoPackage, whose geometries carry it, cannot wait for.
 struct EnteteExport {
   int epsg = 0;
-  bool emprise = false;  // the four bounds below are known
-  double yMin = 0, yMax = 0, xMin = 0, xMax = 0;
-  std::vector<int32_t> themes;  // sorted
+  bool systemeConnu = false;
 };
 
 class EcrivainExport {
@@ -40,14 +40,19 @@ class EcrivainExport {
   // False, and Erreur() tells, when a file cannot be created or written.
   virtual bool Commencer(const EnteteExport& entete) = 0;
   virtual bool Ecrire(const Enregistrement& e) = 0;
-  // Ends the files and puts them in place.
-  virtual bool Terminer() = 0;
+  // Ends the files, written out whole but not yet in place; `epsg` is the
+  // system, the header's when it was known.
+  virtual bool Terminer(int epsg) = 0;
+  // Then puts them in place: once every writer of an export has ended its
+  // files, so that a failure while writing leaves none of them in place.
+  virtual bool Placer() = 0;
   virtual void Abandonner() = 0;
   const ErreurFatale& Erreur() const { return erreur_; }
 
  protected:
-  bool Echouer(const std::string& fichier, RaisonFatale raison) {
-    erreur_ = {fichier, raison};
+  // `detail`: why, in the words of the library that failed (Windows-1252).
+  bool Echouer(const std::string& fichier, RaisonFatale raison, std::string detail = {}) {
+    erreur_ = {fichier, raison, std::move(detail)};
     return false;
   }
 

@@ -5,7 +5,9 @@
 
 namespace quillon {
 
-std::string CauseFatale(const ErreurFatale& erreur) {
+namespace {
+
+std::string Raison(const ErreurFatale& erreur) {
   static constexpr auto kOuvert = Ansi(u8" ne peut pas être ouvert");
   static constexpr auto kCree = Ansi(u8" ne peut pas être créé");
   static constexpr auto kLu = Ansi(u8" ne peut pas être lu");
@@ -18,6 +20,13 @@ std::string CauseFatale(const ErreurFatale& erreur) {
     case RaisonFatale::Ecriture: return cause + kEcrit;
   }
   return cause;
+}
+
+}  // namespace
+
+std::string CauseFatale(const ErreurFatale& erreur) {
+  if (erreur.detail.empty()) return Raison(erreur);
+  return Raison(erreur) + " (" + erreur.detail + ")";
 }
 
 std::string MessageFatal(const ErreurFatale& erreur) {

@@ -4,20 +4,28 @@
 
 #include <array>
 #include <string>
+#include <utility>
 
 namespace quillon {
 
 enum class RaisonFatale { Ouverture, Creation, Lecture, Ecriture };
 
 // A fatal error: the file, its path as the program holds it, and what could
-// not be done with it. Each front end words it.
+// not be done with it; and, when a library said why, its words
+// (Windows-1252). Each front end words it.
 struct ErreurFatale {
+  ErreurFatale() = default;
+  ErreurFatale(std::string f, RaisonFatale r, std::string d = {})
+      : fichier(std::move(f)), raison(r), detail(std::move(d)) {}
+
   std::string fichier;
   RaisonFatale raison = RaisonFatale::Ouverture;
+  std::string detail;
 };
 
 // "Le fichier <nom> ne peut pas être ouvert" and its siblings for "créé",
-// "lu" and "écrit", the name as the log shows it; Windows-1252.
+// "lu" and "écrit", the name as the log shows it, followed by the detail
+// in parentheses when there is one; Windows-1252.
 std::string CauseFatale(const ErreurFatale& erreur);
 // The cause followed by ", l'application va s'arrêter": what the console
 // and the windows show, since the program ends after it.

@@ -25,12 +25,8 @@ std::vector<uint8_t> Marques(const Collecte& c, const Controles& k) {
 }
 
 void Etendre(std::optional<Emprise>& e, double y, double x) {
-  if (!e) {
-    e = Emprise{y, y, x, x};
-    return;
-  }
-  e->yMin = std::min(e->yMin, y), e->yMax = std::max(e->yMax, y);
-  e->xMin = std::min(e->xMin, x), e->xMax = std::max(e->xMax, x);
+  if (!e) e.emplace();
+  e->Ajouter(y, x);
 }
 
 // The raster being drawn: white, then the grid, then the points.
@@ -45,7 +41,7 @@ struct Toile {
 };
 
 void Grille(const VueCarte& vue, Toile& t, Dessin& d) {
-  const double pas = PasRond(110 / vue.echelle);
+  const double pas = PasRond(220 / vue.echelle);
   const uint32_t gris = kCouleurGrille.Argb();
   const double y0 = vue.Y(0), y1 = vue.Y(vue.largeur), x0 = vue.X(vue.hauteur), x1 = vue.X(0);
   for (double y = std::ceil(y0 / pas) * pas; y <= y1; y += pas) {
@@ -125,17 +121,6 @@ void EchelleEtNord(const VueCarte& vue, Dessin& d) {
 }
 
 }  // namespace
-
-double PasRond(double longueur) {
-  if (!(longueur > 0) || !std::isfinite(longueur)) return 1;
-  const double puissance = std::pow(10.0, std::floor(std::log10(longueur)));
-  const double r = longueur / puissance;
-  // Past 5, the next power of ten; a hair's breadth over counts as over.
-  for (double m : {1.0, 2.0, 5.0, 10.0}) {
-    if (r <= m * (1 + 1e-12)) return m * puissance;
-  }
-  return 10 * puissance;
-}
 
 PlanCarte::PlanCarte(const Collecte& collecte, const Controles& controles) {
   const std::vector<uint8_t> marques = Marques(collecte, controles);

@@ -19,6 +19,7 @@
 #include <string>
 #include <vector>
 
+#include "model/emprise.h"
 #include "report/collecte.h"
 #include "report/controles.h"
 
@@ -58,15 +59,6 @@ enum : uint8_t { kMarqueRejet = 1, kMarqueDoublon = 2, kMarqueProche = 4, kMarqu
 // kMarquesParSorte of each kind in view.
 inline constexpr std::size_t kPointsDessinesMax = 100'000;
 inline constexpr std::size_t kMarquesParSorte = 10'000;
-
-// The smallest of 1, 2 or 5 times a power of ten that is at least
-// `longueur` (a length in metres, > 0): the steps of the grid and the
-// lengths of the scale bar.
-double PasRond(double longueur);
-
-struct Emprise {
-  double yMin = 0, yMax = 0, xMin = 0, xMax = 0;
-};
 
 class PlanCarte {
  public:

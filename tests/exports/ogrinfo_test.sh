@@ -3,10 +3,16 @@
 # format holds as many features as quillon-lot converted and rejected, in
 # the system asked for; the points' fields are those of the target's lines;
 # the GeoPackage passes SQLite's integrity check, says 'GPKG', its R-trees
-# pass the R*Tree module's own check, and find the points of a box.
+# pass the R*Tree module's own check, and find the points of a box. A
+# system guessed at the end of the run is read from the room left for it
+# at the top of the GeoJSON, and the drawing holds the same entities.
 #   ogrinfo_test.sh QUILLON-LOT QUILLON_GENERER
+# Exits 77 (skipped) when ogrinfo or sqlite3 is missing.
 set -eu
 lot=$1 generer=$2
+for outil in ogrinfo ogr2ogr sqlite3; do
+  command -v "$outil" >/dev/null || { echo "ignoré : $outil n'est pas installé (paquets gdal-bin, sqlite3)"; exit 77; }
+done
 d=$(mktemp -d)
 trap "rm -rf \"$d\"" EXIT
 echec() { echo "ÉCHEC: $*"; exit 1; }
@@ -53,4 +59,22 @@ boite='2600000 AND 2700000 AND x BETWEEN 1200000 AND 1250000'
 dans=$(sqlite3 "$d/a.gpkg" "SELECT count(*) FROM points WHERE y BETWEEN $boite")
 index=$(sqlite3 "$d/a.gpkg" "SELECT count(*) FROM rtree_points_geom WHERE minx >= 2600000 AND maxx <= 2700000 AND miny >= 1200000 AND maxy <= 1250000")
 [ "$dans" -gt 0 ] && [ "$dans" = "$index" ] || echec "le R-tree trouve $index points, la table $dans"
+# Guessed: the GeoJSON's system is written at the end into the room at its
+# top, the GeoPackage's by its first pass; with none (the generated file
+# mixes both frames), the room stays blank and the file is read all the
+# same.
+mkdir "$d/devine"
+head -n 3000 "$d/a.ptv" | LC_ALL=C awk 'substr($0, 33, 11) + 0 > 2000000' > "$d/devine/lv95.ptv"
+cp "$d/a.ptv" "$d/devine/melange.ptv"
+for f in lv95 melange; do
+  "$lot" -e 1000 -t CS --exporter=gpkg,geojson "$d/devine/$f.ptv" >/dev/null 2>&1 || [ $? -eq 1 ]
+  "$lot" -e 1000 -t CS --exporter=geojson -o "$d/devine/seul" "$d/devine/$f.ptv" >/dev/null 2>&1 || [ $? -eq 1 ]
+done
+for f in lv95.gpkg lv95.geojson seul/lv95.geojson; do
+  ogrinfo -ro -so "$d/devine/$f" points | grep -q 'ID\["EPSG",2056\]\]$' || echec "$f : le système deviné n'est pas lu"
+done
+for f in melange.gpkg melange.geojson seul/melange.geojson; do
+  [ "$(compte "$d/devine/$f" points)" -gt 2000 ] || echec "$f sans système n'est pas lu"
+done
+
 echo "exports lus par GDAL : $points points, $rejets rejets"

@@ -99,8 +99,9 @@ ResultatFichier ConvertirFichier(const FichierLot& fichier, const OptionsLot& op
   const int32_t groupe =
       fichier.conversion == Conversion::DCEnVal && options.groupeTheme == 0 ? kGroupeCS : options.groupeTheme;
   const bool controler = options.controles || !options.dossierRapport.empty() || options.rapportJson.has_value();
-  // The checks go along the run on a second thread, and so do the exports,
-  // once a first pass has told them what they need before the first point.
+  // The checks go along the run on a second thread, and so do the exports
+  // (after a first pass over the coordinates alone when a GeoPackage must
+  // guess its system before its first row).
   const OptionsConversion conversion{options.classeEchelle, groupe};
   CollecteControlee collecte(options.tolerance, controler ? LignesAttendues(fichier.source) : 0);
   std::optional<ExportsEnCours> exports;
