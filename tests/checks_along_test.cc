@@ -11,6 +11,7 @@
 #include "conversion/run_settings.h"
 #include "report/collecte_controlee.h"
 #include "report/controles.h"
+#include "report/html.h"
 #include "support/file_system_memory.h"
 
 namespace quillon {
@@ -102,6 +103,29 @@ TEST(ControlesAuFil, MemesResultatsQuApres) {
       EXPECT_GT(a.sansCoordonnees.size(), 0u);
       EXPECT_GT(a.nombres[static_cast<std::size_t>(IssueLigne::Rejetee)], 0);
     }
+  }
+}
+
+}  // namespace
+}  // namespace quillon
+
+namespace quillon {
+namespace {
+
+// A rejected line longer than the report keeps is cut, and the report says
+// how many texts it cut; a file without such lines gets no such note.
+TEST(ControlesAuFil, RapportDitCeQuiEstTronque) {
+  const std::string source = std::string(kModele) + std::string(kModele) + std::string(kModele);
+  for (const bool longue : {false, true}) {
+    std::string texte = source;
+    const std::size_t fin = texte.find("\r\n");
+    texte.replace(44, 3, "1x0");
+    if (longue) texte.insert(fin, std::string(600, 'a'));
+    Collecte collecte;
+    Executer(texte, collecte);
+    const std::string page = RapportHtml({}, collecte, Controler(collecte, kToleranceDefaut));
+    EXPECT_EQ(page.find("textes raccourcis : 1") != std::string::npos, longue) << longue;
+    EXPECT_EQ(page.find("pas tout gardé") != std::string::npos, longue);
   }
 }
 

@@ -307,6 +307,25 @@ void TablesComptes(std::string& s, const Controles& k) {
        "</tr><tr><th>Altitude</th>" + metres(e.altitudeMin) + metres(e.altitudeMax) + "</tr></table>\n";
 }
 
+// What the collect could not keep whole, said in one note, each kind only
+// when it happened.
+void NoteTronques(std::string& s, const Tronques& t) {
+  if (t.Total() == 0) return;
+  std::string note = "Le rapport n'a pas tout gardé :";
+  const std::pair<int64_t, const char*> parties[] = {
+      {t.textes, "textes raccourcis"},
+      {t.sources, "lignes rejetées sans leur texte"},
+      {t.pool + t.fixes, "messages sans leur texte"},
+  };
+  const char* separateur = " ";
+  for (const auto& [nombre, quoi] : parties) {
+    if (nombre == 0) continue;
+    note.append(separateur).append(quoi).append(" : ").append(Nombre(nombre));
+    separateur = " ; ";
+  }
+  AjouterNote(s, note + ".");
+}
+
 }  // namespace
 
 std::string RapportHtml(const EnteteRapport& t, const Collecte& c, const Controles& k) {
@@ -318,6 +337,7 @@ std::string RapportHtml(const EnteteRapport& t, const Collecte& c, const Control
   std::string note;
   const std::string donnees = Donnees(c, cadre, passage, note);
   if (!note.empty()) AjouterNote(s, EchapperHtml(note));
+  NoteTronques(s, c.Tronquages());
   TableRejets(s, c, passage.rejetees);
   TablesPoints(s, c, k);
   TablesComptes(s, k);
