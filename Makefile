@@ -58,6 +58,7 @@ bench: deps
 	@bench/run_bench_exports.sh $(BUILD)
 	@bench/run_bench_comparer.sh $(BUILD)
 	@bench/run_bench_rapport.sh $(BUILD)
+	@bench/run_bench_atelier.sh $(BUILD)
 
 fuzz:
 	@scripts/install-deps.sh fuzz

@@ -105,20 +105,26 @@ std::string_view TableFichiers::Entete(int colonne) {
   return colonne >= 0 && colonne < kColonnes ? kEntetes[colonne] : std::string_view();
 }
 
+// A row takes its place in the order at once: a batch of n files costs
+// n log n comparisons, not a sort per file.
 std::size_t TableFichiers::Ajouter(LigneFichier ligne) {
-  std::size_t index = lignes_.size();
-  for (std::size_t k = 0; k < lignes_.size(); ++k) {
-    if (lignes_[k].source == ligne.source) index = k;
+  const auto [trouve, nouveau] = parSource_.try_emplace(ligne.source, lignes_.size());
+  const std::size_t index = trouve->second;
+  if (nouveau) {
+    lignes_.push_back(std::move(ligne));
+  } else {
+    ordre_.erase(std::find(ordre_.begin(), ordre_.end(), index));
+    lignes_[index] = std::move(ligne);
   }
-  if (index == lignes_.size()) lignes_.push_back(std::move(ligne));
-  else lignes_[index] = std::move(ligne);
-  Ordonner();
+  const auto avant = [this](std::size_t a, std::size_t b) { return Avant(a, b); };
+  ordre_.insert(std::lower_bound(ordre_.begin(), ordre_.end(), index, avant), index);
   return index;
 }
 
 void TableFichiers::Vider() {
   lignes_.clear();
   ordre_.clear();
+  parSource_.clear();
 }
 
 std::size_t TableFichiers::Rang(std::size_t index) const {
@@ -145,20 +151,23 @@ void TableFichiers::Trier(Colonne colonne) {
   Ordonner();
 }
 
+bool TableFichiers::Avant(std::size_t a, std::size_t b) const {
+  const LigneFichier &la = lignes_[a], &lb = lignes_[b];
+  if (tri_ != Colonne::Source) {
+    const int64_t va = tri_ == Colonne::Probleme ? RangProbleme(la) : ValeurColonne(la, tri_);
+    const int64_t vb = tri_ == Colonne::Probleme ? RangProbleme(lb) : ValeurColonne(lb, tri_);
+    if (va != vb) return (va < vb) != descendant_;
+  }
+  if (la.source != lb.source && AvantNaturel(la.source, lb.source) != AvantNaturel(lb.source, la.source)) {
+    return AvantNaturel(la.source, lb.source) != (tri_ == Colonne::Source && descendant_);
+  }
+  return a < b;
+}
+
 void TableFichiers::Ordonner() {
   ordre_.resize(lignes_.size());
   for (std::size_t k = 0; k < ordre_.size(); ++k) ordre_[k] = k;
-  const auto avant = [this](std::size_t a, std::size_t b) {
-    const LigneFichier &la = lignes_[a], &lb = lignes_[b];
-    if (tri_ != Colonne::Source) {
-      const int64_t va = tri_ == Colonne::Probleme ? RangProbleme(la) : ValeurColonne(la, tri_);
-      const int64_t vb = tri_ == Colonne::Probleme ? RangProbleme(lb) : ValeurColonne(lb, tri_);
-      if (va != vb) return (va < vb) != descendant_;
-    }
-    if (la.source == lb.source) return false;
-    return AvantNaturel(la.source, lb.source) != (tri_ == Colonne::Source && descendant_);
-  };
-  std::stable_sort(ordre_.begin(), ordre_.end(), avant);
+  std::sort(ordre_.begin(), ordre_.end(), [this](std::size_t a, std::size_t b) { return Avant(a, b); });
 }
 
 }  // namespace quillon

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "app/batch/run.h"
@@ -74,9 +75,13 @@ class TableFichiers {
 
  private:
   void Ordonner();
+  // Whether row `a` comes before row `b` in the order chosen; rows that
+  // compare equal keep the order they came in.
+  bool Avant(std::size_t a, std::size_t b) const;
 
   std::vector<LigneFichier> lignes_;
   std::vector<std::size_t> ordre_;
+  std::unordered_map<std::string, std::size_t> parSource_;
   Colonne tri_ = Colonne::Probleme;
   bool descendant_ = false;
 };
