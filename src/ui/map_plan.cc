@@ -86,11 +86,17 @@ void Densite(const PlanCarte& plan, const VueCarte& vue, Toile& t) {
 }
 
 // Each point in view a square of 3 x 3 pixels, rejected ones aside.
+// Each point a 3-pixel square; those whose square misses the picture are
+// passed over before any rounding (at full zoom, nearly all of them).
 void Points(const PlanCarte& plan, const VueCarte& vue, Toile& t) {
+  const double hors = -0.5, droite = t.l + 0.5, bas = t.h + 0.5;
   for (const PlanCarte::Point& p : plan.Points()) {
     if (p.marques & kMarqueRejet) continue;
+    const double px = vue.Px(p.y), py = vue.Py(p.x);
+    if (px < hors || py < hors || px >= droite || py >= bas) continue;
     const Rgb c = p.marques & kMarqueIgnore ? kCouleurIgnore : kCouleursThemes[p.couleur % kCouleursThemes.size()];
-    t.Carre(static_cast<int>(std::lround(vue.Px(p.y))), static_cast<int>(std::lround(vue.Py(p.x))), 1, c.Argb());
+    // Both at least -0.5 here: truncating after adding a half rounds.
+    t.Carre(static_cast<int>(px + 0.5), static_cast<int>(py + 0.5), 1, c.Argb());
   }
 }
 
