@@ -42,8 +42,8 @@
 #include "formats/pts_format.h"
 #include "formats/ptv_format.h"
 #include "model/point.h"
-#include "report/collecte.h"
-#include "report/controles.h"
+#include "report/collect.h"
+#include "report/checks.h"
 #include "report/html.h"
 
 namespace quillon::fuzz {

@@ -9,8 +9,8 @@
 
 #include "conversion/conversions.h"
 #include "conversion/run_settings.h"
-#include "report/collecte_controlee.h"
-#include "report/controles.h"
+#include "report/checked_collect.h"
+#include "report/checks.h"
 #include "report/html.h"
 #include "support/file_system_memory.h"
 

@@ -9,7 +9,7 @@
 #include <random>
 
 #include "comparaison_js.h"
-#include "report/comparaison_rapports.h"
+#include "report/comparison_reports.h"
 #include "test_support.h"
 
 namespace quillon {

@@ -7,8 +7,8 @@
 
 #include "conversion/conversions.h"
 #include "conversion/run_settings.h"
-#include "report/collecte.h"
-#include "report/controles.h"
+#include "report/collect.h"
+#include "report/checks.h"
 #include "support/file_system_memory.h"
 #include "ui/map_plan.h"
 

@@ -5,7 +5,7 @@
 #include <set>
 #include <string>
 
-#include "model/emprise.h"
+#include "model/extent.h"
 #include "model/value_tables.h"
 
 namespace quillon {

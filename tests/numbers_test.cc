@@ -5,7 +5,7 @@
 #include <clocale>
 #include <cmath>
 
-#include "export/records.h"
+#include "export/record.h"
 #include "formats/numbers.h"
 
 namespace quillon {

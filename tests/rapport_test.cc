@@ -7,7 +7,7 @@
 #include <cmath>
 #include <random>
 
-#include "report/controles.h"
+#include "report/checks.h"
 #include "report/page.h"
 
 namespace quillon {

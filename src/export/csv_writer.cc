@@ -7,7 +7,7 @@
 // is written after an apostrophe, which the spreadsheet shows as text.
 // Numbers and the WKT column are written as they are, and the other
 // formats keep every text exactly.
-#include "export/writers.h"
+#include "export/export_writer.h"
 #include "io/text_file.h"
 
 namespace quillon {

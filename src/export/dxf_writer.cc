@@ -10,7 +10,7 @@
 // copied back after them. Memory stays the same whatever the source, and a
 // single pass over it is enough.
 #include "export/output_file.h"
-#include "export/writers.h"
+#include "export/export_writer.h"
 #include "io/encoding.h"
 
 namespace quillon {

@@ -20,7 +20,7 @@
 #include "conversion/observer.h"
 #include "io/journal.h"
 #include "model/point.h"
-#include "export/writers.h"
+#include "export/export_writer.h"
 
 namespace quillon {
 

@@ -16,7 +16,7 @@
 #include <algorithm>
 
 #include "export/output_file.h"
-#include "export/writers.h"
+#include "export/export_writer.h"
 
 namespace quillon {
 namespace {

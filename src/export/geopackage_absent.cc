@@ -1,5 +1,5 @@
 // A build without SQLite: no GeoPackage (the other formats are there).
-#include "export/writers.h"
+#include "export/export_writer.h"
 
 namespace quillon {
 

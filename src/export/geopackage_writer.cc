@@ -17,9 +17,9 @@
 #include <bit>
 #include <cstring>
 
-#include "export/arbre_r.h"
+#include "export/rtree.h"
 #include "export/sqlite_vfs.h"
-#include "export/writers.h"
+#include "export/export_writer.h"
 
 namespace quillon {
 namespace {

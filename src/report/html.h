@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-#include "report/collecte.h"
-#include "report/controles.h"
+#include "report/collect.h"
+#include "report/checks.h"
 #include "report/page.h"
 
 namespace quillon {

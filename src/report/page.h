@@ -12,8 +12,8 @@
 #include <string_view>
 #include <utility>
 
-#include "model/emprise.h"
-#include "report/textes.h"
+#include "model/extent.h"
+#include "report/texts.h"
 
 namespace quillon {
 

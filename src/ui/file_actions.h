@@ -7,8 +7,8 @@
 #include <string>
 
 #include "conversion/conversions.h"
-#include "report/collecte.h"
-#include "report/controles.h"
+#include "report/collect.h"
+#include "report/checks.h"
 #include "ui/seams.h"
 
 namespace quillon {

@@ -19,9 +19,9 @@
 #include <string>
 #include <vector>
 
-#include "model/emprise.h"
-#include "report/collecte.h"
-#include "report/controles.h"
+#include "model/extent.h"
+#include "report/collect.h"
+#include "report/checks.h"
 
 namespace quillon {
 

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "report/collecte_controlee.h"
+#include "report/checked_collect.h"
 #include "ui/checked_files.h"
 #include "ui/map_plan.h"
 

@@ -9,7 +9,7 @@
 #include "io/encoding.h"
 #include "io/locale.h"
 #include "io/text_file.h"
-#include "report/comparaison.h"
+#include "compare/comparison.h"
 #include "report/html.h"
 #include "ui/file_actions.h"
 #include "version.h"

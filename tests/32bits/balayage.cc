@@ -25,7 +25,7 @@
 #include <string_view>
 #include <vector>
 
-#include "export/records.h"
+#include "export/record.h"
 #include "formats/numbers.h"
 #include "formats/value_lookups.h"
 #include "model/point.h"

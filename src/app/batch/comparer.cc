@@ -3,13 +3,13 @@
 #include <filesystem>
 
 #include "app/batch/platform.h"
-#include "app/batch/report.h"
+#include "app/batch/totals.h"
 #include "app/batch/run.h"
 #include "io/console.h"
 #include "io/encoding.h"
 #include "io/locale.h"
-#include "report/comparaison.h"
-#include "report/comparaison_rapports.h"
+#include "compare/comparison.h"
+#include "report/comparison_reports.h"
 
 namespace quillon::lot {
 namespace {

@@ -3,7 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "io/encoding.h"
-#include "report/json_controles.h"
+#include "report/checks_json.h"
 #include "version.h"
 
 namespace quillon::lot {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "app/batch/report.h"
+#include "app/batch/totals.h"
 
 namespace quillon::lot {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "export/writers.h"
+#include "export/export_writer.h"
 
 namespace quillon::lot {
 

@@ -8,7 +8,7 @@
 #include "export/exports.h"
 #include "io/locale.h"
 #include "model/point.h"
-#include "report/collecte_controlee.h"
+#include "report/checked_collect.h"
 #include "report/html.h"
 
 namespace quillon::lot {

@@ -9,7 +9,7 @@
 
 #include "app/batch/options.h"
 #include "app/batch/sources.h"
-#include "report/controles.h"
+#include "report/checks.h"
 
 namespace quillon::lot {
 

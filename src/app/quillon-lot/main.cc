@@ -11,7 +11,7 @@
 #include "app/batch/options.h"
 #include "app/batch/platform.h"
 #include "app/batch/pool.h"
-#include "app/batch/report.h"
+#include "app/batch/totals.h"
 #include "export/exports.h"
 #include "io/console.h"
 #include "io/encoding.h"

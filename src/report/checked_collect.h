@@ -9,8 +9,8 @@
 #include <mutex>
 #include <thread>
 
-#include "report/collecte.h"
-#include "report/controles.h"
+#include "report/collect.h"
+#include "report/checks.h"
 
 namespace quillon {
 

@@ -1,4 +1,4 @@
-#include "app/batch/report.h"
+#include "app/batch/totals.h"
 
 #include <cstdio>
 

@@ -1,4 +1,4 @@
-#include "report/comparaison.h"
+#include "compare/comparison.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,4 +1,4 @@
-#include "report/json_controles.h"
+#include "report/checks_json.h"
 
 #include "io/encoding.h"
 

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "io/file_system.h"
-#include "report/textes.h"
+#include "report/texts.h"
 
 namespace quillon {
 

@@ -1,4 +1,4 @@
-#include "report/collecte.h"
+#include "report/collect.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,4 +1,4 @@
-#include "model/emprise.h"
+#include "model/extent.h"
 
 #include <cmath>
 

@@ -1,4 +1,4 @@
-#include "report/controles.h"
+#include "report/checks.h"
 
 #include <algorithm>
 #include <cmath>

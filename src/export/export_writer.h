@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "export/records.h"
-#include "model/emprise.h"
+#include "export/record.h"
+#include "model/extent.h"
 #include "io/display.h"
 #include "io/file_system.h"
 

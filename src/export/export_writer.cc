@@ -1,4 +1,4 @@
-#include "export/writers.h"
+#include "export/export_writer.h"
 
 namespace quillon {
 

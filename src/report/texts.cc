@@ -1,4 +1,4 @@
-#include "report/textes.h"
+#include "report/texts.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,4 +1,4 @@
-#include "export/records.h"
+#include "export/record.h"
 
 #include <algorithm>
 #include <charconv>
@@ -22,7 +22,7 @@ constexpr Colonne kRejets[] = {
     {"x", TypeChamp::Reel},       {"messages", TypeChamp::Texte}, {"source", TypeChamp::Texte},
 };
 
-// Each column of the enums in records.h is the one of its name here.
+// Each column of the enums in record.h is the one of its name here.
 template <std::size_t N, typename Indice>
 constexpr bool EnPlace(const Colonne (&table)[N], Indice indice, std::string_view nom) {
   return static_cast<std::size_t>(indice) < N && table[static_cast<std::size_t>(indice)].nom == nom;

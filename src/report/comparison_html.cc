@@ -3,7 +3,7 @@
 
 #include "comparaison_js.h"
 #include "io/encoding.h"
-#include "report/comparaison_rapports.h"
+#include "report/comparison_reports.h"
 #include "report/page.h"
 #include "version.h"
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "report/comparaison.h"
+#include "compare/comparison.h"
 
 namespace quillon {
 

@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "model/emprise.h"
-#include "report/collecte.h"
+#include "model/extent.h"
+#include "report/collect.h"
 
 namespace quillon {
 

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "conversion/observer.h"
-#include "report/blocs.h"
+#include "report/blocks.h"
 
 namespace quillon {
 

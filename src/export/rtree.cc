@@ -1,4 +1,4 @@
-#include "export/arbre_r.h"
+#include "export/rtree.h"
 
 #include <algorithm>
 #include <bit>

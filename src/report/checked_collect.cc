@@ -1,4 +1,4 @@
-#include "report/collecte_controlee.h"
+#include "report/checked_collect.h"
 
 namespace quillon {
 

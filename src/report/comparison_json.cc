@@ -3,7 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "io/encoding.h"
-#include "report/comparaison_rapports.h"
+#include "report/comparison_reports.h"
 #include "version.h"
 
 namespace quillon {

@@ -3,7 +3,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "report/controles.h"
+#include "report/checks.h"
 
 namespace quillon {
 
