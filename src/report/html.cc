@@ -314,15 +314,17 @@ void TableProchesParLieu(std::string& s, const Collecte& c, const Controles& k) 
                });
 }
 
-// Duplicates, close points and far points.
+// Duplicates (the first lines of each), close points and far points.
 void TablesPoints(std::string& s, const Collecte& c, const Controles& k) {
   AjouterTable(s, "doublons", "Points en double", "<th>Lignes</th><th>Identité</th><th>ΔY</th><th>ΔX</th><th>ΔH</th>",
                k.doublons.size(), [&](std::size_t r) {
                  const Doublon& d = k.doublons[r];
                  std::string liste;
-                 for (uint32_t m = d.debut; m < d.debut + d.nombre; ++m) {
+                 const uint32_t montres = std::min<uint32_t>(d.nombre, kPremieresLignes);
+                 for (uint32_t m = d.debut; m < d.debut + montres; ++m) {
                    liste.append(m > d.debut ? ", " : "").append(Nombre(k.membresDoublons[m] + 1));
                  }
+                 if (montres < d.nombre) liste += "… (" + Nombre(d.nombre) + " lignes)";
                  const uint32_t premier = k.membresDoublons[d.debut];
                  s += Rangee(premier) + Cellule(liste) + CaseIdentite(c, premier) +
                       Cellule(TexteMetresCourt(d.dy), true) + Cellule(TexteMetresCourt(d.dx), true) +

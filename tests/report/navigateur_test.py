@@ -139,6 +139,19 @@ verifier(not sans_entete, f'pages {sans_entete} of the rejected lines without th
 verifier(len(avec) >= 2 and len(textes) <= max(avec) + 3 and 160 / len(avec) >= 15,
          f'{len(textes)} pages printed, rows on {len(avec)}')
 
+# Two places of 50 points each: 1,225 close pairs a place, above the
+# thousand that the report lists one by one; one row a place.
+lignes = [k0[:10] + b'%12d' % (2000 + k) + k0[22:32] + b'%11.3f' % (2600000 + 10 * (k > 50)) + k0[43:]
+          for k in range(1, 101)]
+open(os.path.join(travail, 'serres.ptv'), 'wb').write(b''.join(l + b'\r\n' for l in lignes))
+subprocess.run([lot, '-e', '500', '-t', 'CS', '--rapport=rapports', 'serres.ptv'], cwd=travail, capture_output=True)
+dom = charger(os.path.join(travail, 'rapports', 'serres.ptv.html'), 'serres')
+proches = re.search(r'<table id="proches">.*?<tbody>(.*?)</tbody>', dom, re.S)
+rangees = re.findall(r'<tr data-l="(\d+)">.*?<td class="n">(\d+)</td><td class="n">[\d.]+</td><td>([\d, ]+)</td>',
+                     proches.group(1)) if proches else []
+verifier(rangees == [('1', '1225', '1, 2, 3, 4, 5, 6, 7, 8, 9, 10'), ('51', '1225', '51, 52, 53, 54, 55, 56, 57, 58, 59, 60')],
+         f'close pairs by place: {rangees}')
+
 # A batch of 2,000 files, one in ten with rejects: the index shows them at
 # once, problems first, names in natural order; its totals; printed, no
 # filter box and every file.
