@@ -1,6 +1,6 @@
 // quillon_generer: large point files for the benchmarks and the fuzzers.
 //
-//   quillon_generer KIND LINES SEED [--faulty] [OUTPUT]
+//   quillon_generer KIND LINES SEED [--faulty] [--places N] [OUTPUT]
 //
 // KIND is ptv, ptp or pts. Writes LINES point lines in the fixed columns of
 // that kind, each ended by CR LF, in Windows-1252, to OUTPUT or to standard
@@ -19,6 +19,10 @@
 // With --faulty every line has from two to five fields that the reader
 // rejects, and the same length as a valid line (87 bytes for .ptv and .ptp,
 // 73 for .pts).
+//
+// With --places N the points lie on N places only, 5 m apart on a grid a
+// hundred places wide: a file whose points sit on few spots, with millions
+// of close pairs.
 //
 // The generator stands alone: it knows the layouts and the value tables by
 // itself, so that a file it calls valid is a check on the converter, not a
@@ -237,7 +241,7 @@ enum Champ { Theme, Commune, Plan, Numero, Nature, FichePFP3, Fiab, ValeurOuPrec
 
 class Generateur {
  public:
-  Generateur(uint64_t graine, bool fautif) : h_(graine), fautif_(fautif) {}
+  Generateur(uint64_t graine, bool fautif, uint32_t places) : h_(graine), fautif_(fautif), places_(places) {}
 
   // A value (.ptv) line, 87 bytes.
   std::string_view LignePtVal() {
@@ -328,7 +332,11 @@ class Generateur {
 
   // Y and X: national grid coordinates of either frame, in millimetres.
   void Coordonnees() {
-    if (h_.Pourcent(75)) {
+    if (places_ > 0) {
+      const int64_t k = h_.Moins(places_);
+      l_.ADroite(33, 11, n_.Fixe(2600000000 + k % 100 * 5000, 3));
+      l_.ADroite(45, 11, n_.Fixe(1200000000 + k / 100 * 5000, 3));
+    } else if (h_.Pourcent(75)) {
       l_.ADroite(33, 11, n_.Fixe(h_.Entre(2480000000, 2839999999), 3));
       l_.ADroite(45, 11, n_.Fixe(h_.Entre(1070000000, 1299999999), 3));
     } else {
@@ -402,13 +410,14 @@ class Generateur {
 
   Hasard h_;
   bool fautif_;
+  uint32_t places_;
   Tables tables_;
   Ligne l_;
   Nombre n_;
 };
 
 int Usage() {
-  std::fputs("usage: quillon_generer ptv|ptp|pts LINES SEED [--faulty] [OUTPUT]\n", stderr);
+  std::fputs("usage: quillon_generer ptv|ptp|pts LINES SEED [--faulty] [--places N] [OUTPUT]\n", stderr);
   return 2;
 }
 
@@ -423,10 +432,13 @@ bool LireNombre(const char* texte, uint64_t& n) {
 int main(int argc, char** argv) {
   std::vector<std::string_view> positionnels;
   bool fautif = false;
+  uint64_t places = 0;
   for (int i = 1; i < argc; ++i) {
     const std::string_view a = argv[i];
     if (a == "--faulty") {
       fautif = true;
+    } else if (a == "--places") {
+      if (++i == argc || !LireNombre(argv[i], places) || places == 0 || places > 1'000'000) return Usage();
     } else if (a.size() > 1 && a[0] == '-') {
       return Usage();
     } else {
@@ -453,7 +465,7 @@ int main(int argc, char** argv) {
   static char tampon[1 << 20];
   std::setvbuf(sortie, tampon, _IOFBF, sizeof tampon);
 
-  Generateur g(graine, fautif);
+  Generateur g(graine, fautif, static_cast<uint32_t>(places));
   for (uint64_t i = 0; i < lignes; ++i) {
     const std::string_view ligne = sorte == "ptv" ? g.LignePtVal() : sorte == "ptp" ? g.LignePtPrecFiab() : g.LignePtDC();
     std::fwrite(ligne.data(), 1, ligne.size(), sortie);

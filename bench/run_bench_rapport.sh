@@ -9,7 +9,9 @@
 # the time headless Chromium takes to load it and draw its picture, less the
 # time it takes for an empty page. Targets: a report adds at most 30 % to
 # the run, its peak memory stays within 128 MiB, the report within 15 MB and
-# its picture within 2 s.
+# its picture within 2 s. Then the same number of lines on 4,091 places
+# only (millions of close pairs, the search cut short): that report within
+# 2 MB and 2 s.
 set -euo pipefail
 
 defaut=bench/out/rapport programmes=quillon-lot
@@ -32,20 +34,35 @@ json="$meilleur" rss_json="$rss"
 page="$scratch/rapports/grand.ptv.html"
 taille="$(stat -c %s "$page")"
 
-# Chromium: the picture is drawn when the canvas carries data-dessine.
+# Chromium: the picture is drawn when the canvas carries data-dessine. The
+# best of three loads, less the best of three of an empty page.
 navigateur() {
-  local debut fin
-  debut="$(date +%s.%N)"
-  chromium --headless --no-sandbox --disable-gpu --user-data-dir="$scratch/profil" --dump-dom "file://$1" >"$scratch/dom.html" 2>/dev/null
-  fin="$(date +%s.%N)"
-  calcul %.3f "$fin - $debut"
+  local debut fin meilleur="" i t
+  for i in 1 2 3; do
+    debut="$(date +%s.%N)"
+    chromium --headless --no-sandbox --disable-gpu --user-data-dir="$scratch/profil" --dump-dom "file://$1" >"$scratch/dom.html" 2>/dev/null
+    fin="$(date +%s.%N)"
+    t="$(calcul %.3f "$fin - $debut")"
+    if [ -z "$meilleur" ] || plus_petit "$t" "$meilleur"; then meilleur="$t"; fi
+  done
+  echo "$meilleur"
 }
 echo '<!DOCTYPE html><title>vide</title>' >"$scratch/vide.html"
-navigateur "$scratch/vide.html" >/dev/null
 vide="$(navigateur "$scratch/vide.html")"
 charge="$(navigateur "$page")"
 grep -q 'data-dessine=' "$scratch/dom.html" || echecs+=("the report's picture was not drawn")
 dessin="$(calcul %.3f "$charge - $vide")"
+
+lieux="$scratch/lieux.ptv"
+if [ ! -f "$lieux" ] || [ "$(wc -l <"$lieux")" != "$lignes" ]; then
+  "$generer" ptv "$lignes" 1 --places 4091 "$lieux"
+fi
+"$lot" -e 1000 -t CS -c "$scratch/lieux.ptp" --rapport="$scratch/rapports" "$lieux" >/dev/null
+page_lieux="$scratch/rapports/lieux.ptv.html"
+taille_lieux="$(stat -c %s "$page_lieux")"
+charge="$(navigateur "$page_lieux")"
+grep -q 'data-dessine=' "$scratch/dom.html" || echecs+=("the few places' picture was not drawn")
+dessin_lieux="$(calcul %.3f "$charge - $vide")"
 
 echo
 echo "check report benchmark: $lignes lines, best of $essais runs, $(nproc) cores"
@@ -58,4 +75,7 @@ if plus_petit 1.30 "$surcout"; then echecs+=("the report makes the run $surcout 
 if [ "$rss_avec" -gt $((128 * 1024)) ]; then echecs+=("peak memory with a report: $rss_avec KiB"); fi
 if [ "$taille" -gt 15000000 ]; then echecs+=("report of $taille bytes"); fi
 if plus_petit 2 "$dessin"; then echecs+=("picture after $dessin s"); fi
+echo "$lignes lines on 4091 places: report size: $taille_lieux bytes; shown in Chromium: $dessin_lieux s"
+if [ "$taille_lieux" -gt 2000000 ]; then echecs+=("report of the few places: $taille_lieux bytes"); fi
+if plus_petit 2 "$dessin_lieux"; then echecs+=("report of the few places shown after $dessin_lieux s"); fi
 objectifs

@@ -17,11 +17,12 @@
 set -eu
 
 # scdoc turns the manual pages into roff; man-db's man and lexgrog check them.
-# chromium loads the check reports in the tests, headless; attr and acl:
+# chromium loads the check reports in the tests, headless, and prints them
+# to PDF, which poppler-utils' pdftotext and pdfinfo read back; attr and acl:
 # setfattr and setfacl, for the tests of what a replaced file keeps. SQLite
 # writes the GeoPackage exports; GDAL's ogrinfo and the sqlite3 shell read
 # them back in the tests.
-paquets="g++ make cmake libgtest-dev libgmock-dev qt6-base-dev nlohmann-json3-dev locales scdoc man-db chromium attr acl"
+paquets="g++ make cmake libgtest-dev libgmock-dev qt6-base-dev nlohmann-json3-dev locales scdoc man-db chromium poppler-utils attr acl"
 paquets="$paquets libsqlite3-dev gdal-bin sqlite3"
 case "${1:-}" in
   fuzz) paquets="$paquets clang libclang-rt-14-dev" ;;

@@ -1,6 +1,6 @@
 // What the reports compute and write on their own: the quartiles of the
 // far points, the texts of metres and identities, and what escapes a file's
-// text in a page.
+// text in a page, and the order and verdict of a batch's index.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -8,6 +8,7 @@
 #include <random>
 
 #include "report/checks.h"
+#include "report/html.h"
 #include "report/page.h"
 
 namespace quillon {
@@ -116,6 +117,51 @@ TEST(PageRapport, TexteEchappe) {
     std::string json;
     AjouterTexteJson(json, c.texte);
     EXPECT_EQ(json, c.json);
+  }
+}
+
+// The index lists the failures, then the files with rejects, then those
+// whose checks found something, the rest last, names in natural order
+// within each; its verdict takes the worst colour and counts each kind.
+TEST(IndexLot, OrdreEtVerdict) {
+  Controles avecProches, sansRien;
+  avecProches.proches.push_back({0, 1, 0.001});
+  struct Fichier {
+    std::string source, issue;
+    const Controles* controles;
+  };
+  struct {
+    std::vector<Fichier> fichiers;
+    std::vector<std::string> ordre;
+    std::string verdict;
+  } const cas[] = {
+      {{{"f10", "converti", &sansRien}, {"f2", "converti", &sansRien}, {"F1", "converti", nullptr}},
+       {"F1", "f2", "f10"},
+       "<p class=\"verdict ok\">Tous les fichiers convertis sans rejet</p>"},
+      {{{"f10", "converti", &sansRien},
+        {"f9", "converti", &avecProches},
+        {"f11", "rejets", &sansRien},
+        {"f3", "echec", nullptr},
+        {"f1", "interrompu", nullptr},
+        {"f20", "rejets", &sansRien}},
+       {"f3", "f11", "f20", "f9", "f1", "f10"},
+       "<p class=\"verdict echec\">1 fichier(s) en échec, 2 fichier(s) avec rejets, 1 fichier(s) avec des points à "
+       "vérifier, 1 fichier(s) interrompu(s)</p>"},
+      {{{"b", "converti", &avecProches}, {"a", "non-traite", nullptr}},
+       {"b", "a"},
+       "<p class=\"verdict rejets\">1 fichier(s) avec des points à vérifier, 1 fichier(s) non traité(s)</p>"},
+  };
+  for (const auto& c : cas) {
+    std::vector<LigneIndex> lignes;
+    for (const Fichier& f : c.fichiers) lignes.push_back({f.source, "", f.issue, {}, f.controles});
+    const std::string page = IndexHtml("quillon-lot", "", lignes);
+    EXPECT_NE(page.find(c.verdict), std::string::npos) << c.verdict;
+    std::size_t avant = 0;
+    for (const std::string& nom : c.ordre) {
+      const std::size_t ici = page.find("<td class=\"nom\">" + nom + "</td>");
+      EXPECT_TRUE(ici != std::string::npos && ici > avant) << nom;
+      avant = ici;
+    }
   }
 }
 

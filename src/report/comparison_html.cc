@@ -124,6 +124,20 @@ std::string Donnees(const Comparaison& c, Dessin& dessin) {
   return s;
 }
 
+// A category's heading, in words.
+std::string_view NomCategorie(Categorie k) {
+  switch (k) {
+    case Categorie::Nouveau: return "Nouveaux";
+    case Categorie::Supprime: return "Supprimés";
+    case Categorie::Deplace: return "Déplacés";
+    case Categorie::Modifie: return "Modifiés";
+    case Categorie::Doublon: return "En double";
+    case Categorie::Rejete: return "Rejetés";
+    case Categorie::Identique: break;
+  }
+  return "Identiques";
+}
+
 constexpr Categorie kOrdre[] = {Categorie::Nouveau, Categorie::Supprime, Categorie::Deplace, Categorie::Modifie,
                                 Categorie::Doublon, Categorie::Rejete,   Categorie::Identique};
 
@@ -132,7 +146,7 @@ void AjouterTete(std::string& s, const Comparaison& c, const std::string& progra
   s += "<h1>Comparaison de deux fichiers</h1>\n";
   AjouterVerdict(s, c.Differe() ? "rejets" : "ok", c.Differe() ? "Les fichiers diffèrent" : "Aucune différence");
   s += "<table class=\"totaux\" id=\"totaux\"><tr>";
-  for (const Categorie k : kOrdre) s += std::string("<th>") + MotCategorie(k) + "</th>";
+  for (const Categorie k : kOrdre) s.append("<th>").append(NomCategorie(k)).append("</th>");
   s += "</tr><tr>";
   for (const Categorie k : kOrdre) s += Cellule(Entier(c.totaux[static_cast<std::size_t>(k)]), true);
   s += "</tr></table>\n";

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <thread>
+#include <unordered_map>
 
 #include "io/encoding.h"
 #include "rapport_js.h"
@@ -12,6 +13,9 @@ namespace quillon {
 namespace {
 
 constexpr ScriptPage kScript{kScriptRapport, kHashScriptRapport};
+
+// Above so many close pairs, the report gives one row per place.
+constexpr std::size_t kProchesParLieu = 1'000;
 
 // Flags of a drawn point, named in the data block for the script.
 enum : uint8_t { kRejete = 1, kDoublon = 2, kProche = 4, kEloigne = 8, kIgnore = 16 };
@@ -247,20 +251,7 @@ void TableRejets(std::string& s, const Collecte& c, const std::vector<uint32_t>&
                });
 }
 
-// Duplicates, close points and far points.
-void TablesPoints(std::string& s, const Collecte& c, const Controles& k) {
-  AjouterTable(s, "doublons", "Points en double", "<th>Lignes</th><th>Identité</th><th>ΔY</th><th>ΔX</th><th>ΔH</th>",
-               k.doublons.size(), [&](std::size_t r) {
-                 const Doublon& d = k.doublons[r];
-                 std::string liste;
-                 for (uint32_t m = d.debut; m < d.debut + d.nombre; ++m) {
-                   liste.append(m > d.debut ? ", " : "").append(Nombre(k.membresDoublons[m] + 1));
-                 }
-                 const uint32_t premier = k.membresDoublons[d.debut];
-                 s += Rangee(premier) + Cellule(liste) + CaseIdentite(c, premier) +
-                      Cellule(TexteMetresCourt(d.dy), true) + Cellule(TexteMetresCourt(d.dx), true) +
-                      Cellule(d.dh ? TexteMetresCourt(*d.dh) : "", true) + "</tr>\n";
-               });
+void TableProches(std::string& s, const Collecte& c, const Controles& k) {
   AjouterTable(s, "proches", "Points proches (" + TexteMetresCourt(k.tolerance) + " m au plus)",
                "<th>Ligne</th><th>Identité</th><th>Ligne</th><th>Identité</th><th>Distance</th>", k.proches.size(),
                [&](std::size_t r) {
@@ -268,6 +259,83 @@ void TablesPoints(std::string& s, const Collecte& c, const Controles& k) {
                  s += Rangee(p.a) + CaseLigne(p.a) + CaseIdentite(c, p.a) + CaseLigne(p.b) + CaseIdentite(c, p.b) +
                       Cellule(TexteMetresCourt(p.distance), true) + "</tr>\n";
                });
+}
+
+// The close pairs by the place of their first point, in the order of
+// their first lines: how many pairs, the largest distance, and the first
+// lines of the pairs, smallest first.
+struct LieuProche {
+  uint32_t premiere = 0;
+  int64_t paires = 0;
+  double distance = 0;
+  std::vector<uint32_t> lignes;
+};
+
+std::vector<LieuProche> LieuxProches(const Collecte& c, const Controles& k) {
+  std::vector<LieuProche> lieux;
+  struct Hache {
+    std::size_t operator()(const std::pair<int64_t, int64_t>& p) const {
+      return std::hash<uint64_t>()(static_cast<uint64_t>(p.first) * 1'000'003u + static_cast<uint64_t>(p.second));
+    }
+  };
+  std::unordered_map<std::pair<int64_t, int64_t>, std::size_t, Hache> parPlace;
+  auto garder = [](std::vector<uint32_t>& v, uint32_t i) {
+    const auto o = std::lower_bound(v.begin(), v.end(), i);
+    if (o != v.end() && *o == i) return;
+    if (v.size() < kPremieresLignes) v.insert(o, i);
+    else if (o != v.end()) v.pop_back(), v.insert(std::lower_bound(v.begin(), v.end(), i), i);
+  };
+  for (const PointsProches& p : k.proches) {
+    const LigneCollectee& l = c.Lignes()[p.a];
+    const auto [o, nouveau] = parPlace.try_emplace({Millimetres(l.y), Millimetres(l.x)}, lieux.size());
+    if (nouveau) lieux.push_back({p.a, 0, 0, {}});
+    LieuProche& lieu = lieux[o->second];
+    ++lieu.paires;
+    lieu.distance = std::max(lieu.distance, p.distance);
+    garder(lieu.lignes, p.a), garder(lieu.lignes, p.b);
+  }
+  return lieux;
+}
+
+void TableProchesParLieu(std::string& s, const Collecte& c, const Controles& k) {
+  const std::vector<LieuProche> lieux = LieuxProches(c, k);
+  AjouterTable(s, "proches",
+               "Points proches par place (" + TexteMetresCourt(k.tolerance) + " m au plus, " +
+                   Nombre(static_cast<int64_t>(k.proches.size())) + " paires)",
+               "<th>Y</th><th>X</th><th>Paires</th><th>Distance max.</th><th>Premières lignes</th>", lieux.size(),
+               [&](std::size_t r) {
+                 const LieuProche& lieu = lieux[r];
+                 const LigneCollectee& l = c.Lignes()[lieu.premiere];
+                 std::string lignes;
+                 for (uint32_t i : lieu.lignes) lignes.append(lignes.empty() ? "" : ", ").append(Nombre(int64_t{i} + 1));
+                 s += Rangee(lieu.premiere) + Cellule(TexteMetresCourt(l.y, 3), true) +
+                      Cellule(TexteMetresCourt(l.x, 3), true) + Cellule(Nombre(lieu.paires), true) +
+                      Cellule(TexteMetresCourt(lieu.distance), true) + Cellule(lignes) + "</tr>\n";
+               });
+}
+
+// Duplicates (the first lines of each), close points and far points.
+void TablesPoints(std::string& s, const Collecte& c, const Controles& k) {
+  AjouterTable(s, "doublons", "Points en double", "<th>Lignes</th><th>Identité</th><th>ΔY</th><th>ΔX</th><th>ΔH</th>",
+               k.doublons.size(), [&](std::size_t r) {
+                 const Doublon& d = k.doublons[r];
+                 std::string liste;
+                 const uint32_t montres = std::min<uint32_t>(d.nombre, kPremieresLignes);
+                 for (uint32_t m = d.debut; m < d.debut + montres; ++m) {
+                   liste.append(m > d.debut ? ", " : "").append(Nombre(k.membresDoublons[m] + 1));
+                 }
+                 if (montres < d.nombre) liste += "… (" + Nombre(d.nombre) + " lignes)";
+                 const uint32_t premier = k.membresDoublons[d.debut];
+                 s += Rangee(premier) + Cellule(liste) + CaseIdentite(c, premier) +
+                      Cellule(TexteMetresCourt(d.dy), true) + Cellule(TexteMetresCourt(d.dx), true) +
+                      Cellule(d.dh ? TexteMetresCourt(*d.dh) : "", true) + "</tr>\n";
+               });
+  if (k.proches.size() > kProchesParLieu) TableProchesParLieu(s, c, k);
+  else TableProches(s, c, k);
+  if (k.prochesTronques) {
+    AjouterNote(s, "Recherche des points proches arrêtée après " + Nombre(static_cast<int64_t>(k.proches.size())) +
+                       " paires : il y en a d'autres.");
+  }
   AjouterTable(s, "eloignes", "Points éloignés", "<th>Ligne</th><th>Identité</th><th>Y</th><th>X</th>",
                k.eloignes.size(), [&](std::size_t r) {
                  const uint32_t i = k.eloignes[r];
@@ -342,56 +410,6 @@ std::string RapportHtml(const EnteteRapport& t, const Collecte& c, const Control
   TablesPoints(s, c, k);
   TablesComptes(s, k);
   FinirPage(s, donnees, &kScript);
-  return s;
-}
-
-std::string IndexHtml(const std::string& programme, const std::string& date, const std::vector<LigneIndex>& lignes) {
-  std::string s = DebutPage("Rapports de contrôle", nullptr);
-  s += "<h1>Rapports de contrôle</h1>\n<p>" + EchapperHtml(programme) + " " + kTexteVersion + ", " + HtmlCp1252(date) +
-       "</p>\n<table id=\"fichiers\"><thead><tr><th>N°</th><th>Source</th><th>Issue</th><th>Lues</th><th>Ignorées</th>"
-       "<th>Erreurs de lecture</th><th>Erreurs d'écriture</th><th>Doublons</th><th>Proches</th><th>Éloignés</th>"
-       "<th>Sans coordonnées</th></tr></thead><tbody>\n";
-  Emprise tout;
-  for (std::size_t n = 0; n < lignes.size(); ++n) {
-    const LigneIndex& l = lignes[n];
-    std::string nom = HtmlNom(l.source);
-    if (!l.lien.empty()) nom = "<a href=\"" + HtmlNom(l.lien) + "\">" + nom + "</a>";
-    s += "<tr>" + Cellule(Nombre(static_cast<int64_t>(n) + 1), true) + Cellule(nom) + Cellule(EchapperHtml(l.issue));
-    for (int64_t v : l.comptes) s += Cellule(Nombre(v), true);
-    if (l.controles != nullptr) {
-      const Controles& k = *l.controles;
-      for (std::size_t v : {k.doublons.size(), k.proches.size(), k.eloignes.size(), k.sansCoordonnees.size()}) {
-        s += Cellule(Nombre(static_cast<int64_t>(v)), true);
-      }
-      if (k.etendue) tout.Ajouter(*k.etendue);
-    } else {
-      s += "<td></td><td></td><td></td><td></td>";
-    }
-    s += "</tr>\n";
-  }
-  s += "</tbody></table>\n";
-  if (!tout.vide) {
-    // Every file's extent, numbered as in the table, north up.
-    constexpr double kL = 760, kH = 460, kMarge = 20;
-    const double w = std::max(tout.Largeur(), 1e-3), h = std::max(tout.Hauteur(), 1e-3);
-    const double e = std::min((kL - 2 * kMarge) / w, (kH - 2 * kMarge) / h);
-    s += "<h2>Étendue de chaque fichier</h2>\n<svg id=\"apercu\" xmlns=\"http://www.w3.org/2000/svg\" width=\"760\" "
-         "height=\"460\" style=\"border:1px solid #aaa\">\n";
-    for (std::size_t n = 0; n < lignes.size(); ++n) {
-      if (lignes[n].controles == nullptr || !lignes[n].controles->etendue) continue;
-      const Etendue& f = *lignes[n].controles->etendue;
-      const double x = kMarge + (f.yMin - tout.yMin) * e, y = kH - kMarge - (f.xMax - tout.xMin) * e;
-      s += "<rect x=\"" + TexteMetresCourt(x, 1) + "\" y=\"" + TexteMetresCourt(y, 1) + "\" width=\"" +
-           TexteMetresCourt(std::max(2.0, f.Largeur() * e), 1) + "\" height=\"" +
-           TexteMetresCourt(std::max(2.0, f.Hauteur() * e), 1) +
-           "\" fill=\"rgba(31,119,180,0.15)\" stroke=\"#1f77b4\"/><text x=\"" + TexteMetresCourt(x + 3, 1) + "\" y=\"" +
-           TexteMetresCourt(y + 14, 1) + "\" font-size=\"12\">" + Nombre(static_cast<int64_t>(n) + 1) + "</text>\n";
-    }
-    s += "<text x=\"20\" y=\"14\" font-size=\"11\" fill=\"#666\">Y " + TexteMetresCourt(tout.yMin, 3) + " – " +
-         TexteMetresCourt(tout.yMax, 3) + ", X " + TexteMetresCourt(tout.xMin, 3) + " – " +
-         TexteMetresCourt(tout.xMax, 3) + "</text>\n</svg>\n";
-  }
-  FinirPage(s, "", nullptr);
   return s;
 }
 

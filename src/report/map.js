@@ -51,25 +51,28 @@ function Carte(D, pas, page) {
     var m = mm / 1000;
     return Math.abs(m) >= 1000 ? (m / 1000).toLocaleString('fr-CH') + ' km' : m.toLocaleString('fr-CH') + ' m';
   }
-  function coord(mm, o, pasMm) {
-    var dec = Math.max(0, Math.min(3, -Math.floor(Math.log10(pasMm / 1000))));
-    return (o + mm / 1000).toFixed(dec);
+  // A grid line's coordinate in metres: whole from a step of a metre up,
+  // else with the decimals of the step.
+  function coord(mm, pasMm) {
+    return (mm / 1000).toFixed(Math.max(0, Math.min(3, -Math.floor(Math.log10(pasMm / 1000) + 1e-9))));
   }
 
+  // Lines at whole multiples of the step in the frame's own coordinates
+  // (D.o is in whole metres, a step of a millimetre at least), each
+  // labelled with its coordinate; the axes named Y (east) and X (north).
   function grille() {
-    var g = pasRond(110 / vue.s), y0 = (-vue.ox) / vue.s, y1 = (W - vue.ox) / vue.s, x0 = (vue.oy - H) / vue.s;
-    var x1 = vue.oy / vue.s, y, x, X, Y;
+    var g = Math.max(1, pasRond(110 / vue.s)), oy = D.o[0] * 1000, ox = D.o[1] * 1000;
+    var y0 = Math.ceil((oy - vue.ox / vue.s) / g) * g, y1 = oy + (W - vue.ox) / vue.s;
+    var x0 = Math.ceil((ox + (vue.oy - H) / vue.s) / g) * g, x1 = ox + vue.oy / vue.s, y, x, X, Y;
     ctx.strokeStyle = '#e4e4e4'; ctx.fillStyle = '#666'; ctx.lineWidth = 1; ctx.font = '11px sans-serif';
     ctx.beginPath();
-    for (y = Math.ceil(y0 / g) * g; y <= y1; y += g) {
-      X = Math.round(ex(y)) + 0.5; ctx.moveTo(X, 0); ctx.lineTo(X, H);
-    }
-    for (x = Math.ceil(x0 / g) * g; x <= x1; x += g) {
-      Y = Math.round(ey(x)) + 0.5; ctx.moveTo(0, Y); ctx.lineTo(W, Y);
-    }
+    for (y = y0; y <= y1; y += g) { X = Math.round(ex(y - oy)) + 0.5; ctx.moveTo(X, 0); ctx.lineTo(X, H); }
+    for (x = x0; x <= x1; x += g) { Y = Math.round(ey(x - ox)) + 0.5; ctx.moveTo(0, Y); ctx.lineTo(W, Y); }
     ctx.stroke();
-    for (y = Math.ceil(y0 / g) * g; y <= y1; y += g) ctx.fillText(coord(y, D.o[0], g), ex(y) + 2, H - 4);
-    for (x = Math.ceil(x0 / g) * g; x <= x1; x += g) ctx.fillText(coord(x, D.o[1], g), 2, ey(x) - 2);
+    for (y = y0; y <= y1; y += g) if (ex(y - oy) < W - 90) ctx.fillText(coord(y, g), ex(y - oy) + 2, H - 4);
+    for (x = x0; x <= x1; x += g) if (ey(x - ox) > 30) ctx.fillText(coord(x, g), 2, ey(x - ox) - 2);
+    ctx.fillStyle = '#000'; ctx.font = 'bold 12px sans-serif';
+    ctx.fillText('Y \u2192', W - 30, H - 4); ctx.fillText('X \u2191', 2, 14);
   }
   function echelleNord() {
     var l = pasRond(100 / vue.s), px = l * vue.s;

@@ -12,6 +12,7 @@
 
 #include "app/batch/run.h"
 #include "conversion/conversions.h"
+#include "model/natural_order.h"
 
 namespace quillon {
 
@@ -39,11 +40,6 @@ struct LigneFichier {
 // "non traité") and its colour (0xRRGGBB, for the cell's background).
 std::string_view MotIssueFenetre(lot::Issue issue);
 uint32_t CouleurIssue(lot::Issue issue);
-
-// Whether `a` comes before `b` in natural order: runs of digits compare as
-// numbers ("f2" before "f10"), the rest byte for byte without regard to the
-// case of ASCII letters; equal so far, the shorter first, then byte order.
-bool AvantNaturel(std::string_view a, std::string_view b);
 
 class TableFichiers {
  public:
