@@ -7,9 +7,11 @@
 
 #include <atomic>
 #include <charconv>
+#include <map>
 #include <set>
 
 #include "export/exports.h"
+#include "export/styles.h"
 #include "support/file_system_memory.h"
 #include "test_support.h"
 
@@ -182,20 +184,26 @@ std::vector<std::pair<std::string, std::string>> Groupes(const std::string& dxf)
 
 // The drawing's layer table holds the layer of each entity and none other
 // (a blank theme taking the theme group included), and its extent is the
-// points': a rejected line elsewhere does not widen it.
+// points': a rejected line elsewhere does not widen it. Each theme's layer
+// has the colour of the check report's for its rank among the themes of
+// every line placed (a rejected line's 03 included, and the blank theme's
+// group as the target gives it), the rejected lines red.
 TEST(Exports, DxfTablesDeSesEntites) {
   Essai essai(Ligne(1, 2600000, 1200000) + Ligne(2, 2600010, 1200020, " 236", "  ", " 5") +
-                  Ligne(3, 2600005, 1200001, " 236", "01") + Rejet(4, 2500000, 1100000),
+                  Ligne(3, 2600005, 1200001, " 236", "01") + Rejet(4, 2500000, 1100000) +
+                  Ligne(5, 2600001, 1200001, "   0", "03"),
               {FormatExport::Dxf});
   ASSERT_TRUE(essai.Exporter().complet);
   const auto groupes = Groupes(essai.fichiers.fichiers["x.dxf"]);
   std::set<std::string> table, entites;
   std::string section, extmin, extmax;
+  std::map<std::string, std::string> couleurs;  // group 62 of each layer
   for (std::size_t k = 0; k < groupes.size(); ++k) {
     const auto& [code, valeur] = groupes[k];
     if (code == "2" && k > 0 && groupes[k - 1].second == "SECTION") section = valeur;
     if (section == "TABLES" && code == "2" && groupes[k - 1].second == "LAYER" && valeur != "LAYER") {
       table.insert(valeur);
+      couleurs[valeur] = groupes[k + 2].second;
     }
     if (section == "ENTITIES" && code == "8") entites.insert(valeur);
     if (valeur == "$EXTMIN") extmin = groupes[k + 1].second + " " + groupes[k + 2].second;
@@ -203,9 +211,31 @@ TEST(Exports, DxfTablesDeSesEntites) {
   }
   EXPECT_EQ(entites, (std::set<std::string>{"THEME_01", "THEME_02", "THEME_06", "REJETS"}));
   EXPECT_EQ(table, entites);
+  const auto aci = [](std::size_t rang) { return std::to_string(CouleurAci(kCouleursThemes[rang])); };
+  EXPECT_EQ(couleurs, (std::map<std::string, std::string>{
+                          {"THEME_01", aci(0)}, {"THEME_02", aci(1)}, {"THEME_06", aci(3)}, {"REJETS", "1"}}));
   EXPECT_EQ(extmin, "2600000 1200000");
   EXPECT_EQ(extmax, "2600010 1200020");
   EXPECT_EQ(groupes.back(), (std::pair<std::string, std::string>{"0", "EOF"}));
+}
+
+// The AutoCAD colours: the table's own (AutoCAD's values), the first of
+// two alike (red is 1, not 10), the nearest otherwise; the report's theme
+// colours each within a shade of theirs (the index has few).
+TEST(Exports, CouleursAci) {
+  const struct {
+    Rgb couleur;
+    int aci;
+  } kCas[] = {{{255, 0, 0}, 1},       {{0, 255, 0}, 3},       {{255, 255, 255}, 7},    {{255, 127, 127}, 11},
+              {{165, 103, 82}, 23},   {{0, 127, 255}, 150},   {{51, 51, 51}, 250},     {{190, 190, 190}, 254},
+              {{250, 10, 5}, 1},      {{0, 0, 120}, 174},     {{200, 200, 200}, 9}};
+  for (const auto& c : kCas) {
+    EXPECT_EQ(CouleurAci(c.couleur), c.aci) << int(c.couleur.r) << "," << int(c.couleur.g) << "," << int(c.couleur.b);
+  }
+  for (const Rgb& c : kCouleursThemes) {
+    const Rgb& a = kCouleursAci[static_cast<std::size_t>(CouleurAci(c))];
+    EXPECT_LE(std::abs(a.r - c.r) + std::abs(a.g - c.g) + std::abs(a.b - c.b), 90) << CouleurAci(c);
+  }
 }
 
 // When a writer fails: before its first record, at a record, or once all

@@ -76,7 +76,7 @@ class Csv : public EcrivainExport {
     return !donnees_[i].EnErreur() || Echouer(noms_[i], RaisonFatale::Ecriture);
   }
 
-  bool Terminer(int) override {
+  bool Terminer(const FinExport&) override {
     for (int i = 0; i < 2; ++i) {
       if (!donnees_[i].Vider()) return Echouer(noms_[i], RaisonFatale::Ecriture);
       if (!types_[i].Vider()) return Echouer(noms_[i] + "t", RaisonFatale::Ecriture);

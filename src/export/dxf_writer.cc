@@ -1,6 +1,7 @@
 // DXF, ASCII R12, which every CAD program reads: one layer per theme
-// ("THEME_nn") and a layer "REJETS"; for each point a POINT, its altitude
-// as Z, and a TEXT with its point number. Texts are Windows-1252, as the
+// ("THEME_nn", the colour of the AutoCAD Colour Index nearest to its
+// theme's in the check report) and a layer "REJETS" (red); for each point
+// a POINT, its altitude as Z, and a TEXT with its point number. Texts are Windows-1252, as the
 // header's code page says, their line breaks made blanks.
 //
 // The header holds the drawing's extent and the layer table its layers,
@@ -11,6 +12,7 @@
 // single pass over it is enough.
 #include "export/output_file.h"
 #include "export/export_writer.h"
+#include "export/styles.h"
 #include "io/encoding.h"
 
 namespace quillon {
@@ -68,10 +70,10 @@ class Dxf : public EcrivainExport {
     return !entites_.EnErreur() || Echouer(nom_, RaisonFatale::Ecriture);
   }
 
-  bool Terminer(int) override {
+  bool Terminer(const FinExport& fin) override {
     ligne_.clear();
     Entete();
-    Tables();
+    Tables(fin.themes);
     Ajouter(0, "SECTION");
     Ajouter(2, "ENTITIES");
     dessin_.Ecrire(ligne_);
@@ -111,7 +113,7 @@ class Dxf : public EcrivainExport {
 
   // The line type, and a layer per theme of the points and one for the
   // rejected lines.
-  void Tables() {
+  void Tables(const ThemesTrouves& trouves) {
     Ajouter(0, "SECTION");
     Ajouter(2, "TABLES");
     Ajouter(0, "TABLE");
@@ -131,18 +133,18 @@ class Dxf : public EcrivainExport {
     for (bool present : themes_) calques += present ? 1 : 0;
     Ajouter(70, TexteEntier(calques));
     for (int32_t theme = 0; theme < 100; ++theme) {
-      if (themes_[theme]) Calque(calques_[theme]);
+      if (themes_[theme]) Calque(calques_[theme], CouleurAci(trouves.Couleur(theme)));
     }
-    Calque(rejets_);
+    Calque(rejets_, CouleurAci(kCouleurRejet));
     Ajouter(0, "ENDTAB");
     Ajouter(0, "ENDSEC");
   }
 
-  void Calque(const std::string& nom) {
+  void Calque(const std::string& nom, int aci) {
     Ajouter(0, "LAYER");
     Ajouter(2, nom);
     Ajouter(70, "0");
-    Ajouter(62, "7");
+    Ajouter(62, TexteEntier(aci));
     Ajouter(6, "CONTINUOUS");
   }
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "export/record.h"
+#include "model/colors.h"
 #include "model/extent.h"
 #include "io/display.h"
 #include "io/file_system.h"
@@ -34,15 +35,23 @@ struct EnteteExport {
   bool systemeConnu = false;
 };
 
+// What the writers learn at the end: the system (EPSG code, 0 for none),
+// the header's when it was known; the themes found in the source, whose
+// ranks give the points' colours (model/colors.h), as in the check
+// report and the main window.
+struct FinExport {
+  int epsg = 0;
+  ThemesTrouves themes;
+};
+
 class EcrivainExport {
  public:
   virtual ~EcrivainExport() = default;
   // False, and Erreur() tells, when a file cannot be created or written.
   virtual bool Commencer(const EnteteExport& entete) = 0;
   virtual bool Ecrire(const Enregistrement& e) = 0;
-  // Ends the files, written out whole but not yet in place; `epsg` is the
-  // system, the header's when it was known.
-  virtual bool Terminer(int epsg) = 0;
+  // Ends the files, written out whole but not yet in place.
+  virtual bool Terminer(const FinExport& fin) = 0;
   // Then puts them in place: once every writer of an export has ended its
   // files, so that a failure while writing leaves none of them in place.
   virtual bool Placer() = 0;

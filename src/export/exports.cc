@@ -225,6 +225,10 @@ void ExportsEnCours::Debut() {
 
 void ExportsEnCours::Ligne(const LigneObservee& l) {
   const bool converti = !l.cible.empty();
+  // The themes of every line placed, skipped ones included: the colours'
+  // ranks, as in the check report (read by the writers' thread once told
+  // that the run is over, under the lock).
+  if (l.Coordonnees()) themes_.Ajouter(l.point->Theme);
   // Skipped lines, and rejected ones that cannot be placed, go nowhere.
   if (!converti && (l.messages.empty() || !l.Coordonnees())) return;
   Paquet& p = courant_->paquets[courant_->nombre++];
@@ -299,6 +303,7 @@ void ExportsEnCours::EcrireLot(const Lot& lot) {
     if (p.converti) {
       PointDeLaCible(demande_.conversion, p.point, p.texte, point_, muet_);
       RemplirPoint(point_, p.ligne, e);
+      themesCibles_.Ajouter(e.theme);
       ++bilan_.points;
     } else {
       RemplirRejet(p.point, p.lus, p.ligne, p.texte, p.messages, e);
@@ -313,10 +318,13 @@ void ExportsEnCours::EcrireLot(const Lot& lot) {
 // Every file ended, each writer told the system, then every file put in
 // place; or all given up.
 void ExportsEnCours::Finir(bool abandon) {
-  const int epsg = entete_.systemeConnu ? entete_.epsg : SystemeDeLEmprise(emprise_);
+  FinExport fin;
+  fin.epsg = entete_.systemeConnu ? entete_.epsg : SystemeDeLEmprise(emprise_);
+  fin.themes = themes_;
+  fin.themes.Ajouter(themesCibles_);
   for (auto& ecrivain : ecrivains_) {
     if (echec_ || abandon) break;
-    if (!ecrivain->Terminer(epsg)) Echouer(ecrivain->Erreur());
+    if (!ecrivain->Terminer(fin)) Echouer(ecrivain->Erreur());
   }
   for (auto& ecrivain : ecrivains_) {
     if (echec_ || abandon) break;
@@ -326,7 +334,7 @@ void ExportsEnCours::Finir(bool abandon) {
     for (auto& ecrivain : ecrivains_) ecrivain->Abandonner();
   } else {
     bilan_.complet = true;
-    bilan_.epsg = epsg;
+    bilan_.epsg = fin.epsg;
   }
   ecrivains_.clear();
 }

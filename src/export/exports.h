@@ -101,6 +101,10 @@ class ExportsEnCours : public ObservateurExecution {
   std::vector<std::unique_ptr<EcrivainExport>> ecrivains_;
   bool echec_ = false;
   Emprise emprise_;  // of every point exported
+  ThemesTrouves themes_;  // the run's thread's until the run is over
+  // The themes of the points as their target lines give them (a blank
+  // theme given its group's), their categories' in the styles.
+  ThemesTrouves themesCibles_;
   Journal muet_;
   Point point_;
   Enregistrement enregistrement_;

@@ -129,8 +129,8 @@ class GeoJson : public EcrivainExport {
     return !fichiers_[i].EnErreur() || Echouer(noms_[i], RaisonFatale::Ecriture);
   }
 
-  bool Terminer(int epsg) override {
-    const std::string crs = systemeConnu_ ? std::string() : RemplissageCrs(epsg);
+  bool Terminer(const FinExport& fin) override {
+    const std::string crs = systemeConnu_ ? std::string() : RemplissageCrs(fin.epsg);
     for (int i = 0; i < 2; ++i) {
       fichiers_[i].Ecrire("\n]\n}\n");
       if (!fichiers_[i].Vider()) return Echouer(noms_[i], RaisonFatale::Ecriture);

@@ -6,6 +6,12 @@
 // statement, it cost ten times the rows themselves. Its triggers are
 // created after it.
 //
+// Each layer has its default style in the table `layer_styles`, where QGIS
+// keeps the styles it saves into a GeoPackage (an attributes table of the
+// contents), and which it applies when the layer is added: the points
+// coloured by theme as in the check report, their numbers from a large
+// scale on; the rejected lines as red crosses, their messages as map tips.
+//
 // The database is a file of the file services, written beside the final
 // one (unnamed where the system can) without a rollback journal (a failed
 // export is thrown away whole), then closed and put in place as every file
@@ -20,6 +26,7 @@
 #include "export/rtree.h"
 #include "export/sqlite_vfs.h"
 #include "export/export_writer.h"
+#include "export/styles.h"
 
 namespace quillon {
 namespace {
@@ -54,6 +61,16 @@ CREATE TABLE gpkg_geometry_columns (table_name TEXT NOT NULL, column_name TEXT N
 CREATE TABLE gpkg_extensions (table_name TEXT, column_name TEXT, extension_name TEXT NOT NULL,
   definition TEXT NOT NULL, scope TEXT NOT NULL,
   CONSTRAINT ge_tce UNIQUE (table_name, column_name, extension_name));
+)";
+
+// The table where QGIS looks for a layer's styles, as it makes it.
+constexpr const char* kStyles = R"(
+CREATE TABLE layer_styles (id INTEGER PRIMARY KEY AUTOINCREMENT NOT NULL, f_table_catalog TEXT(256),
+  f_table_schema TEXT(256), f_table_name TEXT(256), f_geometry_column TEXT(256), styleName TEXT(30),
+  styleQML TEXT, styleSLD TEXT, useAsDefault BOOLEAN, description TEXT, owner TEXT(30), ui TEXT(30),
+  update_time DATETIME DEFAULT (strftime('%Y-%m-%dT%H:%M:%fZ','now')));
+INSERT INTO gpkg_contents (table_name, data_type, identifier, description, srs_id) VALUES
+  ('layer_styles', 'attributes', 'layer_styles', '', 0);
 )";
 
 // The triggers that keep a layer's R-tree in step with its table.
@@ -164,12 +181,13 @@ class GeoPackage : public EcrivainExport {
       copie.texte = v.texte;
     }
     emprises_[i].Ajouter(e.y, e.x);
+    if (e.couche == Couche::Points) themes_.Ajouter(e.theme);
     boites_[i].push_back(BoiteDuPoint(static_cast<int64_t>(boites_[i].size()) + 1, e.y, e.x));
     return a.nombre < kRangees || Inserer(e.couche);
   }
 
-  bool Terminer(int) override {
-    if (!Inserer(Couche::Points) || !Inserer(Couche::Rejets)) return false;
+  bool Terminer(const FinExport& fin) override {
+    if (!Inserer(Couche::Points) || !Inserer(Couche::Rejets) || !Styles(fin.themes)) return false;
     std::string sql;
     for (Couche couche : {Couche::Points, Couche::Rejets}) {
       const Emprise& m = emprises_[static_cast<int>(couche)];
@@ -212,6 +230,33 @@ class GeoPackage : public EcrivainExport {
   bool Executer(const std::string& sql) {
     return sqlite3_exec(base_, sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK ||
            EchecSqlite(RaisonFatale::Ecriture);
+  }
+
+  // The table of the styles and a default style per layer.
+  bool Styles(const ThemesTrouves& trouves) {
+    if (!Executer(kStyles)) return false;
+    sqlite3_stmt* s = nullptr;
+    if (!Preparer("INSERT INTO layer_styles (f_table_catalog, f_table_schema, f_table_name, f_geometry_column, "
+                  "styleName, styleQML, styleSLD, useAsDefault, description, owner, ui) "
+                  "VALUES ('', '', ?, 'geom', ?, ?, '', 1, ?, '', NULL)",
+                  s)) {
+      return false;
+    }
+    bool ok = true;
+    for (Couche couche : {Couche::Points, Couche::Rejets}) {
+      const std::string t = NomCouche(couche);
+      const std::string qml = couche == Couche::Points ? StylePoints(themes_, trouves) : StyleRejets();
+      const char* description = couche == Couche::Points ? "Les points par thème, comme le rapport de contrôle"
+                                                          : "Les lignes rejetées, en croix rouges";
+      sqlite3_bind_text(s, 1, t.c_str(), -1, SQLITE_TRANSIENT);
+      sqlite3_bind_text(s, 2, t.c_str(), -1, SQLITE_TRANSIENT);
+      sqlite3_bind_text(s, 3, qml.data(), static_cast<int>(qml.size()), SQLITE_TRANSIENT);
+      sqlite3_bind_text(s, 4, description, -1, SQLITE_STATIC);
+      ok = Pas(s);
+      if (!ok) break;
+    }
+    sqlite3_finalize(s);
+    return ok;
   }
 
   bool Preparer(const std::string& sql, sqlite3_stmt*& s) {
@@ -288,6 +333,7 @@ class GeoPackage : public EcrivainExport {
   Attente attente_[2];
   int32_t srs_ = -1;
   Emprise emprises_[2];
+  ThemesTrouves themes_;  // of the points
   std::vector<BoiteIndex> boites_[2];  // each row's, its fid the rank of its insertion
 };
 

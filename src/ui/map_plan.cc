@@ -130,14 +130,13 @@ void EchelleEtNord(const VueCarte& vue, Dessin& d) {
 
 PlanCarte::PlanCarte(const Collecte& collecte, const Controles& controles) {
   const std::vector<uint8_t> marques = Marques(collecte, controles);
-  bool themes[256] = {};
-  for (const LigneCollectee& l : collecte.Lignes()) themes[l.theme] = true;
-  std::array<uint8_t, 256> rang{};
-  for (int t = 0; t < 256; ++t) {
-    if (!themes[t]) continue;
-    rang[std::size_t(t)] = static_cast<uint8_t>(themes_.size());
-    themes_.push_back(t);
+  ThemesTrouves trouves;  // of the lines placed, as the report ranks them
+  for (const LigneCollectee& l : collecte.Lignes()) {
+    if (l.Coordonnees()) trouves.Ajouter(l.theme);
   }
+  themes_ = trouves.Liste();
+  std::array<uint8_t, 256> rang{};
+  for (std::size_t k = 0; k < themes_.size(); ++k) rang[std::size_t(themes_[k])] = static_cast<uint8_t>(k);
   for (std::size_t i = 0; i < collecte.Lignes().size(); ++i) {
     const LigneCollectee& l = collecte.Lignes()[i];
     if (!l.Coordonnees()) continue;

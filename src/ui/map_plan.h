@@ -19,37 +19,12 @@
 #include <string>
 #include <vector>
 
+#include "model/colors.h"
 #include "model/extent.h"
-#include "report/collect.h"
 #include "report/checks.h"
+#include "report/collect.h"
 
 namespace quillon {
-
-struct Rgb {
-  uint8_t r = 0, g = 0, b = 0;
-  constexpr uint32_t Argb() const { return 0xFF000000u | uint32_t{r} << 16 | uint32_t{g} << 8 | b; }
-};
-
-// The check report's colours: the themes, in the order of the themes found,
-// then the marks.
-inline constexpr std::array<Rgb, 10> kCouleursThemes = {{{0x1f, 0x77, 0xb4},
-                                                         {0x2c, 0xa0, 0x2c},
-                                                         {0x94, 0x67, 0xbd},
-                                                         {0x8c, 0x56, 0x4b},
-                                                         {0x17, 0xbe, 0xcf},
-                                                         {0xbc, 0xbd, 0x22},
-                                                         {0xe3, 0x77, 0xc2},
-                                                         {0x00, 0x5f, 0x5f},
-                                                         {0x6b, 0x8e, 0x23},
-                                                         {0x4b, 0x00, 0x82}}};
-inline constexpr Rgb kCouleurRejet{0xff, 0x00, 0x00};
-inline constexpr Rgb kCouleurDoublon{0xff, 0x8c, 0x00};
-inline constexpr Rgb kCouleurProche{0xc0, 0x00, 0xc0};
-inline constexpr Rgb kCouleurEloigne{0x00, 0x50, 0xff};
-inline constexpr Rgb kCouleurIgnore{0x99, 0x99, 0x99};
-inline constexpr Rgb kCouleurGrille{0xe4, 0xe4, 0xe4};
-inline constexpr Rgb kCouleurTexte{0x66, 0x66, 0x66};
-inline constexpr Rgb kCouleurDensite{0x1f, 0x77, 0xb4};
 
 // The marks of a line, a bit each.
 enum : uint8_t { kMarqueRejet = 1, kMarqueDoublon = 2, kMarqueProche = 4, kMarqueEloigne = 8, kMarqueIgnore = 16 };

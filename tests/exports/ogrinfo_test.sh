@@ -55,6 +55,11 @@ cmp -s "$d/cible.txt" "$d/export.txt" || { diff "$d/cible.txt" "$d/export.txt" |
 for t in points rejets; do
   [ "$(sqlite3 "$d/a.gpkg" "SELECT rtreecheck('rtree_${t}_geom')")" = ok ] || echec "le R-tree de $t est incohérent"
 done
+# The default styles QGIS applies, one per layer, in a table of the contents.
+styles=$(sqlite3 "$d/a.gpkg" "SELECT group_concat(f_table_name) FROM layer_styles WHERE useAsDefault AND styleQML LIKE '<!DOCTYPE qgis%'")
+[ "$styles" = points,rejets ] || echec "styles par défaut : $styles"
+[ "$(sqlite3 "$d/a.gpkg" "SELECT data_type FROM gpkg_contents WHERE table_name = 'layer_styles'")" = attributes ] ||
+  echec "layer_styles n'est pas dans gpkg_contents"
 boite='2600000 AND 2700000 AND x BETWEEN 1200000 AND 1250000'
 dans=$(sqlite3 "$d/a.gpkg" "SELECT count(*) FROM points WHERE y BETWEEN $boite")
 index=$(sqlite3 "$d/a.gpkg" "SELECT count(*) FROM rtree_points_geom WHERE minx >= 2600000 AND maxx <= 2700000 AND miny >= 1200000 AND maxy <= 1250000")
