@@ -1,11 +1,13 @@
 // frmQuillon on Qt: the main window's menus, drawn from the menu table and
-// handed to the window logic.
+// handed to the window logic, over the workbench (VueAtelierQt). Files and
+// folders dropped anywhere on the window go to the workbench.
 #pragma once
 
 #include <map>
 #include <string_view>
 
 #include <QMainWindow>
+#include <QStringList>
 
 #include "conversion/run_settings.h"
 #include "ui/seams.h"
@@ -19,6 +21,7 @@ class DialogueOptions;
 class frmAPropos;
 class frmConvertirPtDCEnPtVal;
 class frmConvertirPtValEnPtPrecFiab;
+class VueAtelierQt;
 
 class frmQuillon : public QMainWindow, private VueQuillon {
   Q_OBJECT
@@ -32,6 +35,11 @@ class frmQuillon : public QMainWindow, private VueQuillon {
   frmConvertirPtValEnPtPrecFiab* DialogueValPrecFiab() const { return dlgValPrecFiab_; }
   frmConvertirPtDCEnPtVal* DialogueDCVal() const { return dlgDCVal_; }
   frmAPropos* BoiteAPropos() const { return aPropos_; }
+  VueAtelierQt* VueTravail() const { return atelier_; }
+
+  // Files and folders given to the workbench as a drop, once the event
+  // under way is done (a drop waits for nothing, the batch dialog does).
+  void Deposer(const QStringList& chemins);
 
  public slots:
   void mnuOuvrir_Click() { logique_.mnuOuvrir_Click(); }
@@ -42,6 +50,8 @@ class frmQuillon : public QMainWindow, private VueQuillon {
 
  protected:
   void closeEvent(QCloseEvent* evenement) override;
+  void dragEnterEvent(QDragEnterEvent* evenement) override;
+  void dropEvent(QDropEvent* evenement) override;
 
  private:
   Parent Fenetre() override { return static_cast<QWidget*>(this); }
@@ -58,6 +68,7 @@ class frmQuillon : public QMainWindow, private VueQuillon {
   frmConvertirPtValEnPtPrecFiab* dlgValPrecFiab_ = nullptr;
   frmConvertirPtDCEnPtVal* dlgDCVal_ = nullptr;
   frmAPropos* aPropos_ = nullptr;
+  VueAtelierQt* atelier_ = nullptr;
 };
 
 // The QWidget behind a window logic's parent.
