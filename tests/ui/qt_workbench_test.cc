@@ -1,13 +1,15 @@
 // The workbench's Qt view over the fakes: a folder dropped on the window
 // goes through the batch dialog into the table; the picture paints the
 // rejected points where they are; a row of a list centres its point;
-// Annuler stops a batch.
+// Annuler stops a batch; the file shown prints.
+#include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDropEvent>
 #include <QHeaderView>
 #include <QListWidget>
 #include <QMimeData>
+#include <QPrinter>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTableView>
@@ -17,6 +19,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <functional>
 
@@ -24,6 +27,8 @@
 #include "ui/qt/main_window.h"
 #include "ui/qt/map_widget.h"
 #include "ui/qt/workbench_view.h"
+#include "io/encoding.h"
+#include "io/journal.h"
 #include "window_fakes.h"
 
 namespace fs = std::filesystem;
@@ -222,6 +227,50 @@ TEST(AtelierQt, AnnulerUnLot) {
   for (int rang = 0; rang < 120; ++rang) nonTraites += b.Cellule(rang, 1) == "non traité";
   EXPECT_GT(nonTraites, 0);
   EXPECT_TRUE(b.fenetre->close());
+}
+
+// Printed into a PDF on landscape A4 (read back with poppler's tools): the
+// verdict, the four counts and every rejected line's number, over pages.
+TEST(AtelierQt, ImprimerEnPdf) {
+  if (std::system("pdftotext -v > /dev/null 2>&1") != 0 || std::system("pdfinfo -v > /dev/null 2>&1") != 0) {
+    GTEST_SKIP() << "pdftotext and pdfinfo (Debian's poppler-utils) are missing";
+  }
+  BancQt b;
+  QAction* imprimer = b.fenetre->findChild<QAction*>(QStringLiteral("mnuImprimer"));
+  EXPECT_FALSE(imprimer->isEnabled());
+  std::string rejetees = Points(70, 20);  // their point numbers spoilt
+  for (std::size_t k = 21; k < rejetees.size(); k += kBonne.size()) rejetees[k] = 'x';
+  EcrireFichier("a.ptv", Points(20) + rejetees);
+  b.RepondreAuDialogue(Controler);
+  b.fenetre->Deposer({"a.ptv"});
+  ASSERT_TRUE(b.Attendre());
+  EXPECT_TRUE(imprimer->isEnabled());
+  EXPECT_TRUE(b.fenetre->findChild<QAction*>(QStringLiteral("mnuMettreEnPage"))->isEnabled());
+
+  QPrinter imprimante(QPrinter::HighResolution);
+  imprimante.setOutputFormat(QPrinter::PdfFormat);
+  imprimante.setOutputFileName(QStringLiteral("a.pdf"));
+  imprimante.setPageSize(QPageSize(QPageSize::A4));
+  imprimante.setPageOrientation(QPageLayout::Landscape);
+  ASSERT_TRUE(b.fenetre->ImprimerSur(imprimante));
+  ASSERT_EQ(std::system("pdftotext a.pdf a.txt && pdfinfo a.pdf > infos.txt"), 0);
+  const std::string infos = LireFichier("infos.txt");
+  EXPECT_TRUE(infos.find("842 x 595 pts (A4)") != std::string::npos ||
+              infos.find("841.89 x 595.276 pts (A4)") != std::string::npos)
+      << infos;  // landscape
+  EXPECT_EQ(infos.find("Pages:          1\n"), std::string::npos) << infos;
+  std::string lu = LireFichier("a.txt");
+  for (const std::string ligature : {"\uFB01", "\uFB02"}) {  // the fonts' "fi" and "fl", as poppler reads them
+    for (std::size_t k; (k = lu.find(ligature)) != std::string::npos;) lu.replace(k, ligature.size(), ligature == "\uFB01" ? "fi" : "fl");
+  }
+  EXPECT_NE(lu.find("70 ligne(s) rejetée(s)"), std::string::npos) << lu;
+  for (const std::string& ligne : TexteBilan(90, 0, 70, 0)) {
+    EXPECT_NE(lu.find(Cp1252VersUtf8(ligne)), std::string::npos) << ligne;
+  }
+  for (int numero = 21; numero <= 90; ++numero) {
+    const std::string cherche = "ligne " + std::to_string(numero) + " ";
+    EXPECT_NE(lu.find(cherche), std::string::npos) << cherche;
+  }
 }
 
 }  // namespace

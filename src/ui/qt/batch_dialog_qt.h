@@ -9,10 +9,12 @@
 #include <QDialog>
 
 #include "ui/batch_dialog.h"
+#include "ui/forms.h"
 
 class QCheckBox;
 class QComboBox;
 class QLabel;
+class QRect;
 
 namespace quillon {
 
@@ -27,6 +29,8 @@ class frmControlerLot : public QDialog {
   void btnDossier_Click();
 
  private:
+  // A control of the form at its place, tied to the logic.
+  QWidget* Creer(const Controle& c, const QRect& place);
   // Every control shown again as the choices stand.
   void Montrer();
 

@@ -8,6 +8,9 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QPageSetupDialog>
+#include <QPrintDialog>
+#include <QPrinter>
 #include <QUrl>
 
 #include "ui/qt/about_box.h"
@@ -15,6 +18,7 @@
 #include "ui/qt/batch_dialog_qt.h"
 #include "ui/qt/form_layout.h"
 #include "ui/qt/option_dialogs.h"
+#include "ui/qt/printing.h"
 #include "ui/qt/workbench_view.h"
 
 namespace quillon {
@@ -55,7 +59,12 @@ frmQuillon::frmQuillon(ReglagesExecution& reglages, Services& services, QWidget*
       action->setMenuRole(QAction::NoRole);
       action->setEnabled(entree.actifAuDepart);
       const Commande commande = entree.commande;
-      connect(action, &QAction::triggered, this, [this, commande] { logique_.Commander(commande); });
+      connect(action, &QAction::triggered, this, [this, commande] {
+        // Printing is the view's: the logic only makes the pages.
+        if (commande == Commande::MettreEnPage) return mnuMettreEnPage_Click();
+        if (commande == Commande::Imprimer) return mnuImprimer_Click();
+        logique_.Commander(commande);
+      });
       entrees_[entree.nom] = action;
     }
   }
@@ -99,6 +108,35 @@ bool frmQuillon::MontrerDialogueLot(LogiqueDialogueLot& dialogue) {
 
 void frmQuillon::Rafraichir(unsigned parties) {
   if (atelier_ != nullptr) atelier_->Rafraichir(parties);
+  if (parties & kPartieActions) {
+    const bool fichier = logique_.Travail().FichierActif();
+    entrees_.at("mnuMettreEnPage")->setEnabled(fichier);
+    entrees_.at("mnuImprimer")->setEnabled(fichier);
+  }
+}
+
+void frmQuillon::mnuMettreEnPage_Click() {
+  if (!imprimante_) imprimante_ = std::make_unique<QPrinter>(QPrinter::HighResolution);
+  QPageSetupDialog dialogue(imprimante_.get(), this);
+  dialogue.exec();
+}
+
+void frmQuillon::mnuImprimer_Click() {
+  if (!logique_.Travail().FichierActif()) return;
+  if (!imprimante_) imprimante_ = std::make_unique<QPrinter>(QPrinter::HighResolution);
+  QPrintDialog dialogue(imprimante_.get(), this);
+  dialogue.setOption(QAbstractPrintDialog::PrintPageRange, false);
+  if (dialogue.exec() == QDialog::Accepted) ImprimerSur(*imprimante_);
+}
+
+bool frmQuillon::ImprimerSur(QPrinter& imprimante) {
+  const Atelier& atelier = logique_.Travail();
+  const std::optional<std::size_t> rang = atelier.RangChoisi();
+  if (!atelier.FichierActif() || !rang) return false;
+  const QSizeF zone = ZoneImprimable(imprimante);
+  PeindrePages(imprimante, MettreEnPages(atelier.Table().Ligne(*rang), *atelier.Montre(), atelier.Vue(),
+                                         atelier.LigneChoisie(), zone.width(), zone.height()));
+  return true;
 }
 
 void frmQuillon::Deposer(const QStringList& chemins) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <string_view>
 
 #include <QMainWindow>
@@ -14,6 +15,7 @@
 #include "ui/window_logic.h"
 
 class QAction;
+class QPrinter;
 
 namespace quillon {
 
@@ -40,6 +42,10 @@ class frmQuillon : public QMainWindow, private VueQuillon {
   // Files and folders given to the workbench as a drop, once the event
   // under way is done (a drop waits for nothing, the batch dialog does).
   void Deposer(const QStringList& chemins);
+  // The file shown printed on `imprimante` as it is set up: its summary
+  // and verdict, its picture at the window's view, its rejected lines and
+  // checks. False when no file is shown.
+  bool ImprimerSur(QPrinter& imprimante);
 
  public slots:
   void mnuOuvrir_Click() { logique_.mnuOuvrir_Click(); }
@@ -47,6 +53,9 @@ class frmQuillon : public QMainWindow, private VueQuillon {
   void mnuEnregistrerSous_Click() { logique_.mnuEnregistrerSous_Click(); }
   void mnuQuitter_Click() { logique_.mnuQuitter_Click(); }
   void mnuAPropos_Click() { logique_.mnuAPropos_Click(); }
+  // The paper and its orientation, kept for the next printing.
+  void mnuMettreEnPage_Click();
+  void mnuImprimer_Click();
 
  protected:
   void closeEvent(QCloseEvent* evenement) override;
@@ -69,6 +78,7 @@ class frmQuillon : public QMainWindow, private VueQuillon {
   frmConvertirPtDCEnPtVal* dlgDCVal_ = nullptr;
   frmAPropos* aPropos_ = nullptr;
   VueAtelierQt* atelier_ = nullptr;
+  std::unique_ptr<QPrinter> imprimante_;  // made at the first printing or page setup
 };
 
 // The QWidget behind a window logic's parent.
