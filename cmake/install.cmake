@@ -115,9 +115,12 @@ install(FILES README.md packaging/debian/copyright ${QUILLON_DOCS_DEBIAN}
         DESTINATION ${QUILLON_DOCDIR} COMPONENT quillon)
 install(DIRECTORY samples/ DESTINATION ${QUILLON_DOCDIR}/samples COMPONENT quillon)
 
-# The windowed program's menu entry, icon and metainfo.
+# The windowed program's menu entry, file kinds, icon and metainfo.
 if(QUILLON_AVEC_FENETRES)
   install(FILES data/${QUILLON_ID}.desktop DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/applications COMPONENT fenetres)
+  # The kinds of point files that the desktop entry opens.
+  install(FILES data/${QUILLON_ID}.mime.xml DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/mime/packages
+          RENAME ${QUILLON_ID}.xml COMPONENT fenetres)
   foreach(taille 16 32 48 64 128 256)
     install(FILES data/icons/quillon-${taille}.png
             DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/icons/hicolor/${taille}x${taille}/apps

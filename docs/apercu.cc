@@ -1,16 +1,22 @@
 // Shows one window of the windowed front end by name, for taking its
 // picture: quillon_apercu principale|val-prec|dc-val|a-propos
-// or writes the application's icon as a PNG file: quillon_apercu icone FILE
+// or the main window after a folder was checked: quillon_apercu atelier FOLDER
+// (the batch dialog answered with its choices as they stand: nothing but the
+// logs is written), or writes the application's icon as a PNG file:
+// quillon_apercu icone FILE
 // The main window is the real one; a dialog is shown over it as the main
 // window shows it, and nothing is converted until one of its buttons is used.
 #include <cstdio>
 #include <cstring>
 
 #include <QApplication>
+#include <QPushButton>
+#include <QTimer>
 
 #include "conversion/run_settings.h"
 #include "ui/qt/about_box.h"
 #include "ui/qt/app_icon.h"
+#include "ui/qt/batch_dialog_qt.h"
 #include "ui/qt/main_window.h"
 #include "ui/qt/option_dialogs.h"
 #include "ui/registry.h"
@@ -43,8 +49,18 @@ int main(int argc, char** argv) {
     (new quillon::frmConvertirPtDCEnPtVal(fenetre.Logique().DialogueDCVal(), &fenetre))->Afficher();
   } else if (std::strcmp(nom, "a-propos") == 0) {
     (new quillon::frmAPropos(services, &fenetre))->Afficher();
+  } else if (std::strcmp(nom, "atelier") == 0 && argc > 2) {
+    auto* reponse = new QTimer(&fenetre);
+    QObject::connect(reponse, &QTimer::timeout, [&fenetre, reponse] {
+      if (auto* lot = fenetre.findChild<quillon::frmControlerLot*>(); lot != nullptr && lot->isVisible()) {
+        reponse->stop();
+        lot->findChild<QPushButton*>(QStringLiteral("btnControler"))->click();
+      }
+    });
+    reponse->start(20);
+    fenetre.Deposer({QString::fromLocal8Bit(argv[2])});
   } else {
-    std::fputs("usage: quillon_apercu principale|val-prec|dc-val|a-propos | icone FILE\n", stderr);
+    std::fputs("usage: quillon_apercu principale|val-prec|dc-val|a-propos | atelier FOLDER | icone FILE\n", stderr);
     return 2;
   }
   return application.exec();

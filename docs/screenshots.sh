@@ -1,6 +1,7 @@
 #!/bin/sh
 # Takes again the pictures of Quillon's windows in docs/: the main window
-# with its Fichier menu open, the two option dialogs and the about box. Each
+# with its Fichier menu open, the main window's workbench after a folder of
+# the samples was checked, the two option dialogs and the about box. Each
 # is taken on a virtual X display with a small window manager (IceWM with its
 # Windows 95 theme, or Openbox), frame and caption included.
 #
@@ -11,7 +12,7 @@
 set -eu
 
 docs=$(cd "$(dirname "$0")" && pwd)
-build=${1:-$(dirname "$docs")/build}
+build=$(cd "${1:-$(dirname "$docs")/build}" 2>/dev/null && pwd) || { echo "screenshots: no build folder ${1:-build}" >&2; exit 1; }
 quillon=$build/quillon
 apercu=$build/quillon_apercu
 
@@ -65,9 +66,10 @@ FIN
   echo "$((x - g)) $((y - hb)) $((w + g + d)) $((h + hb + b))"
 }
 
-# photographier FICHIER TITRE [menu] -- COMMAND...: starts the command, waits
-# for its window, and takes the picture of the window (with its first menu
-# open for "menu"), together with any popup of the program.
+# photographier FICHIER TITRE [menu|lent] -- COMMAND...: starts the command,
+# waits for its window, and takes the picture of the window (with its first
+# menu open for "menu"; after the program's work for "lent"), together with
+# any popup of the program.
 photographier() {
   fichier=$1 titre=$2 menu=$3
   shift 4
@@ -78,6 +80,7 @@ photographier() {
   xdotool windowactivate --sync "$fenetre" >/dev/null 2>&1 || true
   xdotool windowmove --sync "$fenetre" 40 50 >/dev/null 2>&1 || true
   sleep 0.5
+  [ "$menu" = lent ] && sleep 3
   if [ "$menu" = menu ]; then
     xdotool mousemove --window "$fenetre" 24 10 click 1
     sleep 0.5
@@ -103,6 +106,10 @@ photographier() {
 }
 
 photographier fenetre-principale.png "Convertir fichier de points aux formats KQ" menu -- "$quillon"
+# A delivery of the three samples: the first file with problems is shown.
+mkdir -p "$travail/livraison"
+cp "$(dirname "$docs")"/samples/lot12.* "$travail/livraison/"
+photographier atelier.png "Convertir fichier de points aux formats KQ" lent -- env -C "$travail" "$apercu" atelier livraison
 photographier dialogue-val-prec.png "Convertir fichier de points Val en points Préc/Fiab" - -- "$apercu" val-prec
 photographier dialogue-dc-val.png "Convertir fichier de points DC en points Val" - -- "$apercu" dc-val
 photographier a-propos.png "A propos de Quillon" - -- "$apercu" a-propos

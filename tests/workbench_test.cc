@@ -5,9 +5,11 @@
 
 #include <chrono>
 #include <filesystem>
+#include <set>
 #include <thread>
 
 #include "test_support.h"
+#include "ui/print_layout.h"
 #include "ui/workbench.h"
 #include "window_fakes.h"
 
@@ -241,6 +243,54 @@ TEST(Atelier, CarteEtListes) {
   EXPECT_EQ(b.documents.dossiers, std::vector<std::string>{"."});
   b.atelier.btnVoirRapport_Click();
   EXPECT_EQ(b.documents.ouverts, std::vector<std::string>{"quillon-a.ptv.html"});
+}
+
+// The printed pages: the verdict and counts first, the picture showing what
+// the window shows, every rejected line on some page, nothing below the
+// printable area, on paper of either orientation.
+TEST(Atelier, PagesImprimees) {
+  const struct {
+    const char* texte;
+    std::size_t colonnes;
+    std::vector<std::string> lignes;
+  } coupes[] = {{"ligne 1 — un deux trois", 12, {"ligne 1 —", "un deux", "trois"}},
+                {"abcdefghij", 4, {"abcd", "efgh", "ij"}},
+                {"été été", 3, {"été", "été"}},
+                {"a\nb", 10, {"a", "b"}}};
+  for (const auto& c : coupes) EXPECT_EQ(CouperTexte(c.texte, c.colonnes), c.lignes) << c.texte;
+
+  Banc b;
+  std::string texte = Points(10);
+  for (int i = 0; i < 150; ++i) texte += kRejetee;
+  EcrireFichier("a.ptv", texte);
+  b.atelier.Deposer({"a.ptv"});
+  b.Attendre();
+  ASSERT_NE(b.atelier.Montre(), nullptr);
+  b.atelier.Carte_Taille(600, 300);
+  b.atelier.btnVueDEnsemble_Click();
+  for (const auto& [largeur, hauteur] : {std::pair{190.0, 277.0}, std::pair{277.0, 190.0}}) {
+    const std::vector<Page> pages = MettreEnPages(b.atelier.Table().Ligne(0), *b.atelier.Montre(),
+                                                  b.atelier.Vue(), std::nullopt, largeur, hauteur);
+    ASSERT_GE(pages.size(), 2u);
+    ASSERT_EQ(pages[0].cartes.size(), 1u);
+    const CartePage& carte = pages[0].cartes[0];
+    EXPECT_EQ(carte.largeur, largeur);
+    if (hauteur > largeur) {
+      EXPECT_NEAR(carte.hauteur / carte.largeur, 0.5, 0.01);  // as the window's
+    }
+    EXPECT_EQ(carte.dessin.croix.size(), 150u);
+    EXPECT_EQ(pages[0].textes[2].texte, "150 ligne(s) rejetée(s)");
+    std::set<std::string> lignes;
+    for (const Page& page : pages) {
+      for (const TextePage& t : page.textes) {
+        EXPECT_LE(t.y, hauteur);
+        if (t.texte.starts_with("ligne ")) lignes.insert(t.texte.substr(0, t.texte.find(' ', 6)));
+      }
+    }
+    EXPECT_EQ(lignes.size(), 150u);
+    EXPECT_EQ(pages.back().textes.back().texte,
+              "Quillon — a.ptv — page " + std::to_string(pages.size()) + " / " + std::to_string(pages.size()));
+  }
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
-// Windowed mode: the program started without arguments shows its main
-// window and runs until the user quits. Nothing is written to standard
+// Windowed mode: the program shows its main window and runs until the user
+// quits; files and folders named as its arguments are taken as a drop on the
+// window once it shows. Nothing is written to standard
 // output. Each front end has its own: Qt's (qt/windowed_mode.cc), Win32's
 // (win32/windowed_mode.cc).
 #pragma once

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include <QApplication>
+#include <QFile>
 #include <QIcon>
 #include <QLibraryInfo>
 #include <QLocale>
@@ -122,6 +123,11 @@ int ModeFenetre(int argc, char** argv, ReglagesExecution& reglages) {
   frmQuillon fenetre(reglages, services);
   affichage.DefinirParent(static_cast<QWidget*>(&fenetre));
   fenetre.show();
+  // Files and folders named on the command line (Qt's own options taken
+  // out) come in as a drop once the window shows.
+  QStringList chemins;
+  for (int k = 1; k < argc; ++k) chemins.push_back(QFile::decodeName(argv[k]));
+  fenetre.Deposer(chemins);
   application.exec();
   reglages.affichage = nullptr;
   // The program ends the same way whatever happened.
