@@ -1,7 +1,8 @@
 #!/bin/sh
 # Takes again the pictures of Quillon's Windows windows in docs/, under wine:
-# the main window with its Fichier menu open, the two option dialogs and the
-# about box. Wine runs in a virtual desktop of its own (it draws the frames
+# the main window with its Fichier menu open, the two option dialogs, the
+# about box, and the workbench with a delivery checked and its file with
+# rejected lines shown. Wine runs in a virtual desktop of its own (it draws the frames
 # and captions as Windows does) on a virtual X display.
 #
 #   docs/screenshots-windows.sh [WIN64_BUILD_DIR]    default: build-win64
@@ -35,9 +36,10 @@ export WINEDEBUG=-all WINEARCH=win64 WINEPREFIX="$build/wine-prefix-apercu"
 if [ ! -f "$WINEPREFIX/.quillon-pret" ]; then
   wineboot -i >/dev/null 2>&1
   wine reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d Apercu /f >/dev/null 2>&1
-  wine reg add 'HKCU\Software\Wine\Explorer\Desktops' /v Apercu /d 800x500 /f >/dev/null 2>&1
   touch "$WINEPREFIX/.quillon-pret"
 fi
+# Room for the main window with its workbench.
+wine reg add 'HKCU\Software\Wine\Explorer\Desktops' /v Apercu /d 1080x780 /f >/dev/null 2>&1
 
 # photographier FICHIER NOM [menu]: shows the window NOM, and takes its
 # picture by the rectangle the program prints (with the Fichier menu open
@@ -73,3 +75,4 @@ photographier windows-fenetre-principale.png principale menu
 photographier windows-dialogue-val-prec.png val-prec
 photographier windows-dialogue-dc-val.png dc-val
 photographier windows-a-propos.png a-propos
+photographier windows-atelier.png atelier

@@ -3,6 +3,7 @@
 // table's order, the file shown and what its picture and lists answer.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <set>
@@ -72,7 +73,10 @@ struct Banc : FauxServices {
     std::vector<std::string> r;
     for (std::size_t k = 0; k < atelier.Table().Taille(); ++k) {
       const LigneFichier& l = atelier.Table().Ligne(k);
-      r.push_back(l.source + " " + std::string(MotIssueFenetre(l.issue)) + (l.raison.empty() ? "" : ": " + l.raison));
+      // The files found in a folder are named with the system's separator.
+      std::string source = l.source;
+      std::replace(source.begin(), source.end(), '\\', '/');
+      r.push_back(source + " " + std::string(MotIssueFenetre(l.issue)) + (l.raison.empty() ? "" : ": " + l.raison));
     }
     return r;
   }

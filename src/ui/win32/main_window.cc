@@ -1,11 +1,23 @@
 #include "ui/win32/main_window.h"
 
+#include <commctrl.h>
+#include <shellapi.h>
+#include <windowsx.h>
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
 #include "ui/win32/win32_util.h"
 
 namespace quillon::win32 {
 namespace {
 
 constexpr DWORD kStyle = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
+// The client area with the workbench, in twips: 960 x 660 pixels at 96 DPI;
+// no smaller than 640 x 420.
+constexpr int kLargeurAtelier = 14400, kHauteurAtelier = 9900;
+constexpr int kLargeurMin = 9600, kHauteurMin = 6300;
 
 // The menu bar of the table: its top-level menus, their entries and
 // separators, in order; no access key, no shortcut.
@@ -29,7 +41,7 @@ HMENU CreerMenus() {
 }  // namespace
 
 FenetreQuillonWin32::FenetreQuillonWin32(ReglagesExecution& reglages, Services& services)
-    : services_(services), logique_(reglages, services, *this) {}
+    : services_(services), logique_(reglages, services, *this), panneau_(logique_.Travail()) {}
 
 FenetreQuillonWin32::~FenetreQuillonWin32() {
   // The dialogs go before the window that owns them.
@@ -39,13 +51,21 @@ FenetreQuillonWin32::~FenetreQuillonWin32() {
 }
 
 bool FenetreQuillonWin32::Creer() {
-  if (!FenetreWin32::Creer(kStyle, 0, Large(kTitreQuillon).c_str(), nullptr, CreerMenus())) return false;
+  INITCOMMONCONTROLSEX controles{sizeof controles,
+                                  ICC_STANDARD_CLASSES | ICC_LISTVIEW_CLASSES | ICC_PROGRESS_CLASS | ICC_BAR_CLASSES};
+  ::InitCommonControlsEx(&controles);
+  if (!FenetreWin32::Creer(kStyle, WS_EX_ACCEPTFILES, Large(kTitreQuillon).c_str(), nullptr, CreerMenus())) {
+    return false;
+  }
+  ::DragAcceptFiles(Handle(), TRUE);
+  if (!panneau_.Creer(Handle())) return false;
   Dimensionner(DpiFenetre(Handle()));
   return true;
 }
 
 void FenetreQuillonWin32::Dimensionner(UINT dpi) {
-  const SIZE taille = TailleFenetre(kLargeurQuillon, kHauteurQuillon, kStyle, 0, true, dpi);
+  const SIZE taille = TailleFenetre(std::max(kLargeurQuillon, kLargeurAtelier), std::max(kHauteurQuillon, kHauteurAtelier),
+                                    kStyle, 0, true, dpi);
   ::SetWindowPos(Handle(), nullptr, 0, 0, taille.cx, taille.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
@@ -71,33 +91,90 @@ void FenetreQuillonWin32::MontrerAPropos() {
   aPropos_->Afficher();
 }
 
-bool FenetreQuillonWin32::MontrerDialogueLot(LogiqueDialogueLot&) { return false; }
+bool FenetreQuillonWin32::MontrerDialogueLot(LogiqueDialogueLot& logique) {
+  DialogueLotWin32 dialogue(logique, Handle());
+  dialogueLot_ = &dialogue;
+  const bool controler = dialogue.MontrerModal();
+  dialogueLot_ = nullptr;
+  return controler;
+}
 
-void FenetreQuillonWin32::Rafraichir(unsigned) {}
+void FenetreQuillonWin32::Rafraichir(unsigned parties) { panneau_.Rafraichir(parties); }
+
+void FenetreQuillonWin32::DeposerAuDemarrage(std::vector<std::string> chemins) {
+  if (chemins.empty()) return;
+  depotDemarrage_ = std::move(chemins);
+  ::PostMessageW(Handle(), kMessageDepot, 0, 0);
+}
+
+// The names dropped, in UTF-8; the drop released before the batch dialog
+// shows.
+void FenetreQuillonWin32::Deposer(HDROP depot) {
+  std::vector<std::string> chemins;
+  const UINT nombre = ::DragQueryFileW(depot, 0xFFFFFFFF, nullptr, 0);
+  for (UINT i = 0; i < nombre; ++i) {
+    std::wstring nom(::DragQueryFileW(depot, i, nullptr, 0) + 1, L'\0');
+    nom.resize(::DragQueryFileW(depot, i, nom.data(), static_cast<UINT>(nom.size())));
+    if (!nom.empty()) chemins.push_back(Utf8(nom));
+  }
+  ::DragFinish(depot);
+  if (chemins.empty()) return;
+  ::SetForegroundWindow(Handle());
+  logique_.Deposer(chemins);
+}
+
+LRESULT FenetreQuillonWin32::CommandeRecue(WPARAM wparam, LPARAM lparam) {
+  if (lparam != 0) {
+    panneau_.Commande(LOWORD(wparam), HIWORD(wparam));
+    return 0;
+  }
+  // A menu entry: its identifier is its command's.
+  if (HIWORD(wparam) != 0) return 0;
+  const int id = LOWORD(wparam);
+  for (const EntreeMenu& entree : MenusQuillon()) {
+    if (entree.niveau == 1 && entree.texte != "-" && IdCommande(entree.commande) == id) {
+      // A disabled entry is never chosen; a message is taken the same way.
+      const UINT etat = ::GetMenuState(::GetMenu(Handle()), static_cast<UINT>(id), MF_BYCOMMAND);
+      if ((etat & (MF_GRAYED | MF_DISABLED)) == 0) logique_.Commander(entree.commande);
+      break;
+    }
+  }
+  return 0;
+}
 
 void FenetreQuillonWin32::Reveiller() { ::PostMessageW(Handle(), kMessageReveil, 0, 0); }
 
 LRESULT FenetreQuillonWin32::Traiter(UINT message, WPARAM wparam, LPARAM lparam) {
   switch (message) {
-    case WM_COMMAND:
-      // A menu entry: its identifier is its command's.
-      if (HIWORD(wparam) == 0 && lparam == 0) {
-        const int id = LOWORD(wparam);
-        for (const EntreeMenu& entree : MenusQuillon()) {
-          if (entree.niveau == 1 && entree.texte != "-" && IdCommande(entree.commande) == id) {
-            // A disabled entry is never chosen; a message is taken the same way.
-            const UINT etat = ::GetMenuState(::GetMenu(Handle()), static_cast<UINT>(id), MF_BYCOMMAND);
-            if ((etat & (MF_GRAYED | MF_DISABLED)) == 0) logique_.Commander(entree.commande);
-            break;
-          }
-        }
-      }
+    case WM_COMMAND: return CommandeRecue(wparam, lparam);
+    case WM_NOTIFY: {
+      const std::optional<LRESULT> resultat = panneau_.Notifier(*reinterpret_cast<const NMHDR*>(lparam));
+      return resultat ? *resultat : FenetreWin32::Traiter(message, wparam, lparam);
+    }
+    case WM_SIZE: panneau_.Disposer(LOWORD(lparam), HIWORD(lparam)); return 0;
+    case WM_GETMINMAXINFO: {
+      const SIZE minimum = TailleFenetre(kLargeurMin, kHauteurMin, kStyle, 0, true, panneau_.Dpi());
+      reinterpret_cast<MINMAXINFO*>(lparam)->ptMinTrackSize = POINT{minimum.cx, minimum.cy};
       return 0;
+    }
+    case WM_MOUSEWHEEL: {
+      // The wheel over the picture zooms it, wherever the focus is.
+      RECT carte{};
+      ::GetWindowRect(panneau_.Carte(), &carte);
+      const POINT point{GET_X_LPARAM(lparam), GET_Y_LPARAM(lparam)};
+      if (::PtInRect(&carte, point)) return ::SendMessageW(panneau_.Carte(), message, wparam, lparam);
+      return FenetreWin32::Traiter(message, wparam, lparam);
+    }
+    case WM_DROPFILES: Deposer(reinterpret_cast<HDROP>(wparam)); return 0;
+    case kMessageDepot: logique_.Deposer(std::exchange(depotDemarrage_, {})); return 0;
     case WM_CLOSE:
       if (logique_.Form_QueryUnload()) logique_.Form_Unload();
       return 0;
     case kMessageReveil: logique_.Travail().TraiterEvenements(); return 0;
-    case WM_DPICHANGED: AppliquerRectPropose(Handle(), lparam); return 0;
+    case WM_DPICHANGED:
+      panneau_.ChangerDpi(HIWORD(wparam));
+      AppliquerRectPropose(Handle(), lparam);
+      return 0;
     default: return FenetreWin32::Traiter(message, wparam, lparam);
   }
 }

@@ -1,13 +1,22 @@
 // frmQuillon on Win32: the main window and its menu bar, drawn from the menu
-// table and handed to the window logic; it owns the dialogs it shows.
+// table and handed to the window logic; it owns the dialogs it shows. Its
+// client area is the workbench (workbench_view.h); files and folders
+// dropped on it from Explorer go to the workbench.
 #pragma once
 
+#include <windows.h>
+#include <shellapi.h>
+
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "conversion/run_settings.h"
 #include "ui/win32/about_box.h"
+#include "ui/win32/batch_dialog_win32.h"
 #include "ui/win32/option_dialogs.h"
 #include "ui/win32/window_base.h"
+#include "ui/win32/workbench_view.h"
 #include "ui/window_logic.h"
 
 namespace quillon::win32 {
@@ -17,6 +26,8 @@ inline int IdCommande(Commande commande) { return 100 + static_cast<int>(command
 
 // Posted by Reveiller: the workbench has something to take on this thread.
 inline constexpr UINT kMessageReveil = WM_APP + 1;
+// Posted by DeposerAuDemarrage: the files named on the command line.
+inline constexpr UINT kMessageDepot = WM_APP + 2;
 
 class FenetreQuillonWin32 : public FenetreWin32, private VueQuillon {
  public:
@@ -29,6 +40,12 @@ class FenetreQuillonWin32 : public FenetreWin32, private VueQuillon {
   // The dialogs, once shown (null before).
   DialogueOptionsWin32* VueDialogue(quillon::Dialogue genre) const;
   AProposWin32* APropos() const { return aPropos_.get(); }
+  // The batch dialog while it shows (null otherwise), and the workbench.
+  DialogueLotWin32* DialogueLot() const { return dialogueLot_; }
+  const PanneauAtelier& Panneau() const { return panneau_; }
+  // Files and folders named on the command line: taken as a drop once the
+  // window's messages run.
+  void DeposerAuDemarrage(std::vector<std::string> chemins);
 
  protected:
   LRESULT Traiter(UINT message, WPARAM wparam, LPARAM lparam) override;
@@ -42,12 +59,17 @@ class FenetreQuillonWin32 : public FenetreWin32, private VueQuillon {
   void Rafraichir(unsigned parties) override;
   void Reveiller() override;
   void Dimensionner(UINT dpi);
+  void Deposer(HDROP depot);
+  LRESULT CommandeRecue(WPARAM wparam, LPARAM lparam);
 
   Services& services_;
   LogiqueQuillon logique_;
   std::unique_ptr<DialogueOptionsWin32> valPrecFiab_;
   std::unique_ptr<DialogueOptionsWin32> dcVal_;
   std::unique_ptr<AProposWin32> aPropos_;
+  PanneauAtelier panneau_;
+  DialogueLotWin32* dialogueLot_ = nullptr;
+  std::vector<std::string> depotDemarrage_;
 };
 
 }  // namespace quillon::win32

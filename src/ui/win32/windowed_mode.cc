@@ -1,19 +1,38 @@
 // Windowed mode on Windows: the main window over the Win32 API, and the
 // message loop, which lets the modeless dialogs take Tab, Enter and Escape.
+// Files and folders named on the command line (Explorer's "Ouvrir avec", a
+// file dropped on the program's icon) are taken as a drop on the window.
 #include <windows.h>
 #include <commctrl.h>
+#include <shellapi.h>
+
+#include <string>
+#include <vector>
 
 #include "ui/registry.h"
 #include "ui/win32/main_window.h"
 #include "ui/win32/seams_win32.h"
+#include "ui/win32/win32_util.h"
 #include "ui/windowed_mode.h"
 
 namespace quillon {
+namespace {
+
+// The arguments as the system holds them, in UTF-8: the C runtime's argv
+// is in the ANSI code page, which cannot name every file.
+std::vector<std::string> Arguments() {
+  std::vector<std::string> arguments;
+  int nombre = 0;
+  wchar_t** liste = ::CommandLineToArgvW(::GetCommandLineW(), &nombre);
+  if (liste == nullptr) return arguments;
+  for (int i = 1; i < nombre; ++i) arguments.push_back(Utf8(liste[i]));
+  ::LocalFree(liste);
+  return arguments;
+}
+
+}  // namespace
 
 int ModeFenetre(int, char**, ReglagesExecution& reglages) {
-  INITCOMMONCONTROLSEX controles{sizeof controles, ICC_STANDARD_CLASSES};
-  ::InitCommonControlsEx(&controles);
-
   win32::DialoguesFichiersWin32 dialogues;
   win32::BoitesMessagesWin32 messages;
   win32::FinProgrammeWin32 fin;
@@ -28,6 +47,7 @@ int ModeFenetre(int, char**, ReglagesExecution& reglages) {
   affichage.DefinirParent(fenetre.Handle());
   ::ShowWindow(fenetre.Handle(), SW_SHOWNORMAL);
   ::UpdateWindow(fenetre.Handle());
+  fenetre.DeposerAuDemarrage(Arguments());
 
   win32::BoucleMessages(fenetre.Handle());
   reglages.affichage = nullptr;
