@@ -67,7 +67,8 @@ TEST(PlanCarte, VueAjusteeZoomeeDeplacee) {
   EXPECT_GE(v.Py(1200500), 30 - 1e-6);  // X up
   EXPECT_LT(v.Py(1200500), v.Py(1200000));
   const double y = v.Y(123), x = v.X(456);
-  v.Zoomer(FacteurMolette(-120), 123, 456);
+  EXPECT_LT(FacteurMolette(-120), 1);  // turned towards the user: farther
+  v.Zoomer(FacteurMolette(120), 123, 456);  // away: closer
   EXPECT_GT(v.echelle, 0.74);
   EXPECT_NEAR(v.Px(y), 123, 1e-6);
   EXPECT_NEAR(v.Py(x), 456, 1e-6);

@@ -173,7 +173,7 @@ void VueCarte::Deplacer(double dx, double dy) {
   centreX += dy / echelle;
 }
 
-double FacteurMolette(int delta) { return std::exp(-delta * 0.0015); }
+double FacteurMolette(int delta) { return std::exp(delta * 0.0015); }
 
 Dessin Composer(const PlanCarte& plan, const VueCarte& vue, std::optional<uint32_t> choisi) {
   Dessin d;

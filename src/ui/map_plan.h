@@ -87,7 +87,9 @@ class VueCarte {
   void Centrer(double y, double x) { centreY = y, centreX = x; }
 };
 
-// The wheel's zoom: one notch (120) is a fifth closer or farther.
+// The wheel's zoom, for a turn as Qt and Win32 give it (120 a notch,
+// positive away from the user): away brings the picture a fifth closer,
+// towards the user takes it farther.
 double FacteurMolette(int delta);
 
 // Pixel primitives, painted in this order: the raster, then rings, crosses,
