@@ -62,6 +62,20 @@ plus_petit() { awk -v a="$1" -v b="$2" 'BEGIN { exit !(a < b) }'; }
 # calcul FORMAT EXPRESSION; d(a, b) divides without failing on a zero time.
 calcul() { awk "function d(a, b) { return a / (b > 0 ? b : 1e-6) } BEGIN { printf \"$1\", $2 }"; }
 
+# petits_fichiers DIR N LINES: N generated value files of LINES lines each,
+# f0001.ptv..., in DIR, made again only when their number or size changed.
+petits_fichiers() {
+  local dossier="$1" n="$2" lignes_fichier="$3" i
+  if [ -f "$dossier/.complet-$n-$lignes_fichier" ]; then return; fi
+  echo "Generating $n files of $lignes_fichier lines into $dossier ..."
+  rm -rf "$dossier"
+  mkdir -p "$dossier"
+  for ((i = 1; i <= n; i++)); do
+    "$generer" ptv "$lignes_fichier" "$i" "$dossier/f$(printf %04d "$i").ptv"
+  done
+  touch "$dossier/.complet-$n-$lignes_fichier"
+}
+
 # objectifs: the targets missed, if any, after the report.
 objectifs() {
   if [ ${#echecs[@]} -gt 0 ]; then

@@ -20,15 +20,7 @@ lignes="${BENCH_LINES:-1000000}"
 atelier="$build/bench/quillon_bench_atelier"
 
 petits="$scratch/petits"
-if [ ! -f "$petits/.complet-$fichiers-$lignes_petits" ]; then
-  echo "Generating $fichiers files of $lignes_petits lines into $petits ..."
-  rm -rf "$petits"
-  mkdir -p "$petits"
-  for ((i = 1; i <= fichiers; i++)); do
-    "$generer" ptv "$lignes_petits" "$i" "$petits/f$(printf %04d "$i").ptv"
-  done
-  touch "$petits/.complet-$fichiers-$lignes_petits"
-fi
+petits_fichiers "$petits" "$fichiers" "$lignes_petits"
 
 # best NAME CMD...: the best value of the line "NAME seconds" that CMD
 # prints, over $essais runs.

@@ -34,15 +34,7 @@ objectif_grand=1.10
 
 # --- Many small files --------------------------------------------------------
 petits="$scratch/petits"
-if [ ! -f "$petits/.complet-$fichiers-$lignes_petits" ]; then
-  echo "Generating $fichiers files of $lignes_petits lines into $petits ..."
-  rm -rf "$petits"
-  mkdir -p "$petits"
-  for ((i = 1; i <= fichiers; i++)); do
-    "$generer" ptv "$lignes_petits" "$i" "$petits/f$(printf %04d "$i").ptv"
-  done
-  touch "$petits/.complet-$fichiers-$lignes_petits"
-fi
+petits_fichiers "$petits" "$fichiers" "$lignes_petits"
 
 echo "Converting $fichiers files ($essais runs each) ..."
 # The loop a script would write without quillon-lot.

@@ -26,20 +26,6 @@ namespace fs = std::filesystem;
 namespace quillon::test {
 namespace {
 
-const std::string kBonne = "01  12  34      100101 1OR 11.  2600123.450 1200456.780  450.120        borne        BO\r\n";
-const std::string kRejetee = "01  12  34      10010x 1OR 11.  2600125.450 1200456.780  450.120        borne        BO\r\n";
-
-std::string Points(int n) {
-  std::string texte;
-  for (int i = 0; i < n; ++i) {
-    std::string l = kBonne;
-    l.replace(16, 6, std::to_string(100000 + i));
-    l.replace(32, 7, std::to_string(2600000 + 3 * i));
-    texte += l;
-  }
-  return texte;
-}
-
 // The dialog's answer, run by a timer once the batch dialog shows (its own
 // message loop dispatches it).
 std::function<void(win32::DialogueLotWin32&)> reponse;

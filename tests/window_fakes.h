@@ -192,4 +192,22 @@ struct Pilote : FauxServices {
 
 std::unique_ptr<Pilote> NouveauPilote();  // each front end's, shown
 
+// Value lines for the workbench's tests: a good one, one whose point number
+// is rejected, and `n` good points 3 m apart from Y 2600000 on, numbered
+// from 100000 + `depart`.
+inline const std::string kBonne =
+    "01  12  34      100101 1OR 11.  2600123.450 1200456.780  450.120        borne        BO\r\n";
+inline const std::string kRejetee =
+    "01  12  34      10010x 1OR 11.  2600125.450 1200456.780  450.120        borne        BO\r\n";
+inline std::string Points(int n, int depart = 0) {
+  std::string texte;
+  for (int i = 0; i < n; ++i) {
+    std::string l = kBonne;
+    l.replace(16, 6, std::to_string(100000 + depart + i));
+    l.replace(32, 7, std::to_string(2600000 + 3 * (depart + i)));
+    texte += l;
+  }
+  return texte;
+}
+
 }  // namespace quillon::test

@@ -19,21 +19,6 @@ namespace fs = std::filesystem;
 namespace quillon::test {
 namespace {
 
-const std::string kBonne = "01  12  34      100101 1OR 11.  2600123.450 1200456.780  450.120        borne        BO\r\n";
-const std::string kRejetee = "01  12  34      10010x 1OR 11.  2600125.450 1200456.780  450.120        borne        BO\r\n";
-
-std::string Points(int n, int depart = 0) {
-  std::string texte;
-  for (int i = 0; i < n; ++i) {
-    std::string l = kBonne;
-    const std::string numero = std::to_string(100000 + depart + i);
-    l.replace(16, 6, numero);
-    l.replace(32, 7, std::to_string(2600000 + 3 * (depart + i)));
-    texte += l;
-  }
-  return texte;
-}
-
 struct VueTest : VueAtelier {
   std::function<bool(LogiqueDialogueLot&)> dialogue = [](LogiqueDialogueLot&) { return true; };
   int dialogues = 0;

@@ -4,11 +4,11 @@
 // file dropped on the program's icon) are taken as a drop on the window.
 #include <windows.h>
 #include <commctrl.h>
-#include <shellapi.h>
 
 #include <string>
 #include <vector>
 
+#include "app/batch/platform.h"
 #include "ui/registry.h"
 #include "ui/win32/main_window.h"
 #include "ui/win32/seams_win32.h"
@@ -16,23 +16,8 @@
 #include "ui/windowed_mode.h"
 
 namespace quillon {
-namespace {
 
-// The arguments as the system holds them, in UTF-8: the C runtime's argv
-// is in the ANSI code page, which cannot name every file.
-std::vector<std::string> Arguments() {
-  std::vector<std::string> arguments;
-  int nombre = 0;
-  wchar_t** liste = ::CommandLineToArgvW(::GetCommandLineW(), &nombre);
-  if (liste == nullptr) return arguments;
-  for (int i = 1; i < nombre; ++i) arguments.push_back(Utf8(liste[i]));
-  ::LocalFree(liste);
-  return arguments;
-}
-
-}  // namespace
-
-int ModeFenetre(int, char**, ReglagesExecution& reglages) {
+int ModeFenetre(int argc, char** argv, ReglagesExecution& reglages) {
   win32::DialoguesFichiersWin32 dialogues;
   win32::BoitesMessagesWin32 messages;
   win32::FinProgrammeWin32 fin;
@@ -47,7 +32,9 @@ int ModeFenetre(int, char**, ReglagesExecution& reglages) {
   affichage.DefinirParent(fenetre.Handle());
   ::ShowWindow(fenetre.Handle(), SW_SHOWNORMAL);
   ::UpdateWindow(fenetre.Handle());
-  fenetre.DeposerAuDemarrage(Arguments());
+  // In UTF-8 from the system's wide command line, as quillon-lot reads its
+  // own: the C runtime's argv cannot name every file.
+  fenetre.DeposerAuDemarrage(lot::MotsProgramme(argc, argv));
 
   win32::BoucleMessages(fenetre.Handle());
   reglages.affichage = nullptr;
