@@ -4,7 +4,7 @@
 # The same generated file (valid and faulty lines) exported in every format
 # by quillon-lot and quillon-lot.exe: the CSV, GeoJSON and DXF files are the
 # same bytes; GDAL's ogrinfo reads the same features from both GeoPackages,
-# whose R-trees pass SQLite's own check.
+# whose R-trees pass SQLite's own check, all but the styles' write times.
 set -eu
 linux="$(cd "$1" && pwd)"
 windows="$(cd "$2" && pwd)"
@@ -27,7 +27,10 @@ for f in a.csv a.csvt a-rejets.csv a-rejets.csvt a.geojson a-rejets.geojson a.dx
   cmp "$d/linux/$f" "$d/windows/$f" || { echo "test-windows: exports: $f differs"; exit 1; }
 done
 for s in linux windows; do
-  ogrinfo -ro -al -q "$d/$s/a.gpkg" >"$d/$s.txt"
+  # The styles' rows carry the time they were written, which two runs
+  # cannot share.
+  ogrinfo -ro -al -q "$d/$s/a.gpkg" >"$d/$s.all"
+  grep -v '^  update_time ' "$d/$s.all" >"$d/$s.txt"
   for t in points rejets; do
     [ "$(sqlite3 "$d/$s/a.gpkg" "SELECT rtreecheck('rtree_${t}_geom')")" = ok ] ||
       { echo "test-windows: exports: the $s GeoPackage's R-tree of $t"; exit 1; }
