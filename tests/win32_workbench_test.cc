@@ -15,9 +15,12 @@
 #include <cmath>
 #include <filesystem>
 #include <functional>
+#include <map>
+#include <set>
 #include <thread>
 
 #include "ui/win32/main_window.h"
+#include "ui/win32/printing.h"
 #include "ui/win32/win32_util.h"
 #include "window_fakes.h"
 
@@ -267,6 +270,85 @@ TEST(AtelierWin32, FichierMontre) {
   ::GetWindowRect(b.fenetre->Handle(), &propose);
   ::SendMessageW(b.fenetre->Handle(), WM_DPICHANGED, MAKEWPARAM(192, 192), reinterpret_cast<LPARAM>(&propose));
   EXPECT_EQ(ListView_GetColumnWidth(b.P().Table(), 0), 2 * largeur);
+}
+
+// Sheets of A4 landscape, each an enhanced metafile referenced to the
+// screen: what a printer would get, kept to be read back.
+struct FeuillesMetafichiers : win32::Feuilles {
+  std::vector<HENHMETAFILE> fichiers;
+  HDC dc = nullptr;
+  ~FeuillesMetafichiers() override {
+    for (HENHMETAFILE f : fichiers) ::DeleteEnhMetaFile(f);
+  }
+  HDC Ouvrir() override {
+    const RECT a4{0, 0, 29700, 21000};  // hundredths of a millimetre
+    return dc = ::CreateEnhMetaFileW(nullptr, nullptr, &a4, nullptr);
+  }
+  bool Fermer() override {
+    fichiers.push_back(::CloseEnhMetaFile(dc));
+    return fichiers.back() != nullptr;
+  }
+};
+
+// What a sheet's records draw: how many of each kind, its texts, and the
+// colours of its pens.
+struct Releve {
+  std::map<DWORD, int> types;
+  std::string textes;
+  std::set<COLORREF> stylos;
+};
+int CALLBACK Relever(HDC, HANDLETABLE*, const ENHMETARECORD* record, int, LPARAM donnees) {
+  auto& releve = *reinterpret_cast<Releve*>(donnees);
+  ++releve.types[record->iType];
+  if (record->iType == EMR_EXTTEXTOUTW) {
+    const auto* texte = reinterpret_cast<const EMREXTTEXTOUTW*>(record);
+    const auto* debut = reinterpret_cast<const wchar_t*>(reinterpret_cast<const BYTE*>(record) + texte->emrtext.offString);
+    releve.textes += Utf8(std::wstring(debut, texte->emrtext.nChars)) + "\n";
+  } else if (record->iType == EMR_CREATEPEN) {
+    releve.stylos.insert(reinterpret_cast<const EMRCREATEPEN*>(record)->lopn.lopnColor);
+  }
+  return 1;
+}
+
+// Mise en page and Imprimer follow the file shown; its pages, drawn as a
+// printer gets them, carry the verdict, the counts and every rejected line
+// over several sheets, the picture with its red crosses on the first.
+TEST(AtelierWin32, ImprimerEnMetafichiers) {
+  Banc b;
+  const HMENU menu = ::GetMenu(b.fenetre->Handle());
+  const auto grise = [&](Commande c) {
+    return (::GetMenuState(menu, static_cast<UINT>(win32::IdCommande(c)), MF_BYCOMMAND) & MF_GRAYED) != 0;
+  };
+  EXPECT_TRUE(grise(Commande::Imprimer) && grise(Commande::MettreEnPage));
+  EcrireFichier("a.ptv", FichierAImprimer());
+  reponse = [](win32::DialogueLotWin32& d) { ::SendMessageW(d.Controle("btnControler"), BM_CLICK, 0, 0); };
+  ::SetTimer(nullptr, 0, 20, Minuterie);
+  b.fenetre->DeposerAuDemarrage({fs::absolute("a.ptv").string()});
+  b.Attendre();
+  ASSERT_NE(b.Travail().Montre(), nullptr);
+  EXPECT_FALSE(grise(Commande::Imprimer) || grise(Commande::MettreEnPage));
+
+  FeuillesMetafichiers feuilles;
+  const HDC ecran = ::GetDC(nullptr);
+  const win32::ZoneMm zone = win32::ZoneImprimable(ecran, RECT{1000, 1500, 1000, 1000});
+  ::ReleaseDC(nullptr, ecran);
+  EXPECT_NEAR(zone.x, 10, 0.5);
+  EXPECT_NEAR(zone.y, 15, 0.5);
+  ASSERT_TRUE(b.fenetre->ImprimerSur(feuilles, {10, 10, 277, 190}));
+  ASSERT_GT(feuilles.fichiers.size(), 1u);
+  std::string texte;
+  std::vector<Releve> releves(feuilles.fichiers.size());
+  for (std::size_t k = 0; k < feuilles.fichiers.size(); ++k) {
+    ASSERT_TRUE(::EnumEnhMetaFile(nullptr, feuilles.fichiers[k], Relever, &releves[k], nullptr));
+    EXPECT_GT(releves[k].types[EMR_EXTTEXTOUTW], 0) << "sheet " << k;
+    texte += releves[k].textes;
+  }
+  VerifierTexteImprime(texte);
+  EXPECT_GT(releves[0].types[EMR_SETWORLDTRANSFORM] + releves[0].types[EMR_MODIFYWORLDTRANSFORM], 0)
+      << "the picture, scaled into its place";
+  const COLORREF rouge = RGB(kCouleurRejet.r, kCouleurRejet.g, kCouleurRejet.b);
+  EXPECT_TRUE(releves[0].stylos.contains(rouge)) << "the rejected points' crosses";
+  EXPECT_FALSE(releves[1].stylos.contains(rouge));
 }
 
 }  // namespace

@@ -13,7 +13,11 @@
 #include <utility>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 #include "conversion/run_settings.h"
+#include "io/encoding.h"
+#include "io/journal.h"
 #include "test_support.h"
 #include "ui/forms.h"
 #include "ui/registry.h"
@@ -208,6 +212,27 @@ inline std::string Points(int n, int depart = 0) {
     texte += l;
   }
   return texte;
+}
+
+// What the printing tests print: 20 good lines, then 70 whose point numbers
+// are spoilt.
+inline std::string FichierAImprimer() {
+  std::string rejetees = Points(70, 20);
+  for (std::size_t k = 21; k < rejetees.size(); k += kBonne.size()) rejetees[k] = 'x';
+  return Points(20) + rejetees;
+}
+
+// The printed pages' text (UTF-8) says the verdict, the four counts and
+// every rejected line's number.
+inline void VerifierTexteImprime(const std::string& texte) {
+  EXPECT_NE(texte.find("70 ligne(s) rejetée(s)"), std::string::npos) << texte;
+  for (const std::string& ligne : TexteBilan(90, 0, 70, 0)) {
+    EXPECT_NE(texte.find(Cp1252VersUtf8(ligne)), std::string::npos) << ligne;
+  }
+  for (int numero = 21; numero <= 90; ++numero) {
+    const std::string cherche = "ligne " + std::to_string(numero) + " ";
+    EXPECT_NE(texte.find(cherche), std::string::npos) << cherche;
+  }
 }
 
 }  // namespace quillon::test

@@ -1,6 +1,7 @@
 #include "ui/win32/main_window.h"
 
 #include <commctrl.h>
+#include <commdlg.h>
 #include <shellapi.h>
 #include <windowsx.h>
 
@@ -48,6 +49,8 @@ FenetreQuillonWin32::~FenetreQuillonWin32() {
   valPrecFiab_.reset();
   dcVal_.reset();
   aPropos_.reset();
+  if (modeImprimante_ != nullptr) ::GlobalFree(modeImprimante_);
+  if (nomsImprimante_ != nullptr) ::GlobalFree(nomsImprimante_);
 }
 
 bool FenetreQuillonWin32::Creer() {
@@ -99,7 +102,62 @@ bool FenetreQuillonWin32::MontrerDialogueLot(LogiqueDialogueLot& logique) {
   return controler;
 }
 
-void FenetreQuillonWin32::Rafraichir(unsigned parties) { panneau_.Rafraichir(parties); }
+void FenetreQuillonWin32::Rafraichir(unsigned parties) {
+  panneau_.Rafraichir(parties);
+  if ((parties & kPartieActions) == 0) return;
+  const UINT etat = MF_BYCOMMAND | (logique_.Travail().FichierActif() ? MF_ENABLED : MF_GRAYED);
+  for (const Commande commande : {Commande::MettreEnPage, Commande::Imprimer}) {
+    ::EnableMenuItem(::GetMenu(Handle()), static_cast<UINT>(IdCommande(commande)), etat);
+  }
+}
+
+// The page set-up dialog, in millimetres; its printer, paper and margins
+// are kept for the next print.
+void FenetreQuillonWin32::MettreEnPage() {
+  PAGESETUPDLGW dialogue{};
+  dialogue.lStructSize = sizeof dialogue;
+  dialogue.hwndOwner = Handle();
+  dialogue.hDevMode = modeImprimante_;
+  dialogue.hDevNames = nomsImprimante_;
+  dialogue.Flags = PSD_INHUNDREDTHSOFMILLIMETERS | PSD_MARGINS;
+  dialogue.rtMargin = marges_;
+  if (!::PageSetupDlgW(&dialogue)) return;
+  modeImprimante_ = dialogue.hDevMode;
+  nomsImprimante_ = dialogue.hDevNames;
+  marges_ = dialogue.rtMargin;
+}
+
+// The print dialog, then the pages on the printer chosen. A printer that
+// fails tells the user through the spooler's own messages.
+void FenetreQuillonWin32::Imprimer() {
+  const Atelier& atelier = logique_.Travail();
+  const std::optional<std::size_t> rang = atelier.RangChoisi();
+  if (!atelier.FichierActif() || !rang) return;
+  PRINTDLGW dialogue{};
+  dialogue.lStructSize = sizeof dialogue;
+  dialogue.hwndOwner = Handle();
+  dialogue.hDevMode = modeImprimante_;
+  dialogue.hDevNames = nomsImprimante_;
+  dialogue.Flags = PD_RETURNDC | PD_NOPAGENUMS | PD_NOSELECTION | PD_USEDEVMODECOPIESANDCOLLATE;
+  if (!::PrintDlgW(&dialogue)) return;
+  modeImprimante_ = dialogue.hDevMode;
+  nomsImprimante_ = dialogue.hDevNames;
+  if (dialogue.hDC == nullptr) return;
+  const std::string& source = atelier.Table().Ligne(*rang).source;
+  FeuillesImprimante feuilles(dialogue.hDC, Large(source.substr(source.find_last_of("/\\") + 1)));
+  feuilles.Terminer(ImprimerSur(feuilles, ZoneImprimable(dialogue.hDC, marges_)));
+  ::DeleteDC(dialogue.hDC);
+}
+
+bool FenetreQuillonWin32::ImprimerSur(Feuilles& feuilles, const ZoneMm& zone) {
+  const Atelier& atelier = logique_.Travail();
+  const std::optional<std::size_t> rang = atelier.RangChoisi();
+  if (!atelier.FichierActif() || !rang || atelier.Montre() == nullptr) return false;
+  return PeindrePages(feuilles,
+                      MettreEnPages(atelier.Table().Ligne(*rang), *atelier.Montre(), atelier.Vue(),
+                                    atelier.LigneChoisie(), zone.largeur, zone.hauteur),
+                      zone);
+}
 
 void FenetreQuillonWin32::DeposerAuDemarrage(std::vector<std::string> chemins) {
   if (chemins.empty()) return;
@@ -135,7 +193,15 @@ LRESULT FenetreQuillonWin32::CommandeRecue(WPARAM wparam, LPARAM lparam) {
     if (entree.niveau == 1 && entree.texte != "-" && IdCommande(entree.commande) == id) {
       // A disabled entry is never chosen; a message is taken the same way.
       const UINT etat = ::GetMenuState(::GetMenu(Handle()), static_cast<UINT>(id), MF_BYCOMMAND);
-      if ((etat & (MF_GRAYED | MF_DISABLED)) == 0) logique_.Commander(entree.commande);
+      if ((etat & (MF_GRAYED | MF_DISABLED)) != 0) break;
+      // Printing is the view's: the logic only makes the pages.
+      if (entree.commande == Commande::MettreEnPage) {
+        MettreEnPage();
+      } else if (entree.commande == Commande::Imprimer) {
+        Imprimer();
+      } else {
+        logique_.Commander(entree.commande);
+      }
       break;
     }
   }

@@ -15,6 +15,7 @@
 #include "ui/win32/about_box.h"
 #include "ui/win32/batch_dialog_win32.h"
 #include "ui/win32/option_dialogs.h"
+#include "ui/win32/printing.h"
 #include "ui/win32/window_base.h"
 #include "ui/win32/workbench_view.h"
 #include "ui/window_logic.h"
@@ -46,6 +47,9 @@ class FenetreQuillonWin32 : public FenetreWin32, private VueQuillon {
   // Files and folders named on the command line: taken as a drop once the
   // window's messages run.
   void DeposerAuDemarrage(std::vector<std::string> chemins);
+  // The pages of the file shown, on `feuilles` in `zone`; false when no
+  // file shows or a sheet is refused.
+  bool ImprimerSur(Feuilles& feuilles, const ZoneMm& zone);
 
  protected:
   LRESULT Traiter(UINT message, WPARAM wparam, LPARAM lparam) override;
@@ -61,6 +65,8 @@ class FenetreQuillonWin32 : public FenetreWin32, private VueQuillon {
   void Dimensionner(UINT dpi);
   void Deposer(HDROP depot);
   LRESULT CommandeRecue(WPARAM wparam, LPARAM lparam);
+  void MettreEnPage();
+  void Imprimer();
 
   Services& services_;
   LogiqueQuillon logique_;
@@ -70,6 +76,10 @@ class FenetreQuillonWin32 : public FenetreWin32, private VueQuillon {
   PanneauAtelier panneau_;
   DialogueLotWin32* dialogueLot_ = nullptr;
   std::vector<std::string> depotDemarrage_;
+  // The printer and paper chosen, shared by both dialogs (null: the
+  // default printer's), and the margins in hundredths of a millimetre.
+  HGLOBAL modeImprimante_ = nullptr, nomsImprimante_ = nullptr;
+  RECT marges_{1000, 1000, 1000, 1000};
 };
 
 }  // namespace quillon::win32

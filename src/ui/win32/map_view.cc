@@ -24,8 +24,10 @@ void PeindreRaster(HDC dc, const Dessin& d) {
   infos.bmiHeader.biPlanes = 1;
   infos.bmiHeader.biBitCount = 32;  // 0xFFRRGGBB is B, G, R, A in memory
   infos.bmiHeader.biCompression = BI_RGB;
-  ::SetDIBitsToDevice(dc, 0, 0, static_cast<DWORD>(d.largeur), static_cast<DWORD>(d.hauteur), 0, 0, 0,
-                      static_cast<UINT>(d.hauteur), d.pixels.data(), &infos, DIB_RGB_COLORS);
+  // Stretched rather than set, so that a world transform (the printed
+  // page's) scales it too; one to one on the screen.
+  ::StretchDIBits(dc, 0, 0, d.largeur, d.hauteur, 0, 0, d.largeur, d.hauteur, d.pixels.data(), &infos, DIB_RGB_COLORS,
+                  SRCCOPY);
 }
 
 void PeindreTraits(HDC dc, const Dessin& d, double facteur) {
