@@ -19,6 +19,7 @@
 #include "conversion/conversions.h"
 #include "conversion/observer.h"
 #include "io/journal.h"
+#include "io/translation.h"
 #include "model/point.h"
 #include "export/export_writer.h"
 
@@ -45,9 +46,9 @@ struct BilanExport {
 };
 
 // What standard error and the check report say when no system could be
-// told (UTF-8).
-inline constexpr std::string_view kSansSysteme =
-    "système de coordonnées inconnu, exports sans système (--srs=EPSG:CODE)";
+// told (UTF-8), untranslated.
+inline constexpr const char* kSansSysteme =
+    N_("système de coordonnées inconnu, exports sans système (--srs=EPSG:CODE)");
 
 // The system of an extent: EPSG:2056 for Y from 2,480,000 to 2,850,000 and
 // X from 1,070,000 to 1,300,000, EPSG:21781 for the same less 2,000,000

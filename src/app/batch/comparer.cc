@@ -7,6 +7,7 @@
 #include "app/batch/run.h"
 #include "io/console.h"
 #include "io/encoding.h"
+#include "io/translation.h"
 #include "io/locale.h"
 #include "compare/comparison.h"
 #include "report/comparison_reports.h"
@@ -29,7 +30,8 @@ std::string CheminRapport(const OptionsLot& options) {
 int ExecuterComparaison(const OptionsLot& options) {
   for (const std::string& source : options.sources) {
     if (!SortePourChemin(source)) {
-      EcrireErreur(Utf8VersCp1252("quillon-lot : " + NomEnUtf8(source) + " n'est pas un fichier .ptv, .ptp ou .pts\n" +
+      EcrireErreur(Utf8VersCp1252("quillon-lot : " +
+                                  Formater("%s n'est pas un fichier .ptv, .ptp ou .pts", {NomEnUtf8(source)}) + "\n" +
                                   TexteUsage()));
       return kSortieUsage;
     }
@@ -47,9 +49,10 @@ int ExecuterComparaison(const OptionsLot& options) {
   }
   int code = c.Differe() ? kSortieRejets : kSortieConverti;
   if (c.sansPrecision > 0) {
-    EcrireErreur(Utf8VersCp1252("quillon-lot : " + std::to_string(c.sansPrecision) +
-                                " code(s) de valeur sans précisions dans les tables à cette échelle (--echelle ?) : "
-                                "leurs précisions ne sont pas comparées") +
+    EcrireErreur(Utf8VersCp1252("quillon-lot : " +
+                                Formater("%s code(s) de valeur sans précisions dans les tables à cette échelle "
+                                         "(--echelle ?) : leurs précisions ne sont pas comparées",
+                                         {std::to_string(c.sansPrecision)})) +
                  std::string(FinLigne()));
   }
   const bool jsonSeul = options.rapportJson && *options.rapportJson == "-";
@@ -59,7 +62,7 @@ int ExecuterComparaison(const OptionsLot& options) {
     if (jsonSeul) {
       EcrireSortieBrute(json);
     } else if (!EcrireFichier(*options.systeme, *options.rapportJson, json)) {
-      EcrireErreur(Utf8VersCp1252("quillon-lot : le rapport " + *options.rapportJson + " ne peut pas être écrit") +
+      EcrireErreur(Utf8VersCp1252("quillon-lot : " + Formater("le rapport %s ne peut pas être écrit", {*options.rapportJson})) +
                    std::string(FinLigne()));
       code = kSortieEchec;
     }
@@ -67,7 +70,7 @@ int ExecuterComparaison(const OptionsLot& options) {
   const std::string rapport = options.dossierRapport.empty() ? std::string() : CheminRapport(options);
   if (!rapport.empty() &&
       !EcrireFichier(*options.systeme, rapport, RapportComparaisonHtml(c, "quillon-lot", DateHeureJournal()))) {
-    EcrireErreur(Utf8VersCp1252("quillon-lot : le rapport " + NomEnUtf8(rapport) + " ne peut pas être écrit") +
+    EcrireErreur(Utf8VersCp1252("quillon-lot : " + Formater("le rapport %s ne peut pas être écrit", {NomEnUtf8(rapport)})) +
                  std::string(FinLigne()));
     code = kSortieEchec;
   }

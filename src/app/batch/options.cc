@@ -4,6 +4,7 @@
 #include <charconv>
 #include <string_view>
 
+#include "io/translation.h"
 #include "model/point.h"
 
 namespace quillon::lot {
@@ -11,7 +12,7 @@ namespace {
 
 enum class Cle {
   Recursif, PtpEn, Echelle, Theme, Sortie, Cible, Verifier, Fils, Json, Rapport, Tolerance, Aide, Version,
-  Exporter, Srs, Comparer, ToleranceAltitude
+  Exporter, Srs, Comparer, ToleranceAltitude, Langue
 };
 
 struct Option {
@@ -31,6 +32,7 @@ constexpr Option kOptions[] = {
     {"help", 0, false, Cle::Aide},           {"version", 'V', false, Cle::Version},
     {"exporter", 0, true, Cle::Exporter},    {"srs", 0, true, Cle::Srs},
     {"comparer", 0, false, Cle::Comparer},   {"tolerance-altitude", 0, true, Cle::ToleranceAltitude},
+    {"langue", 0, true, Cle::Langue},
 };
 
 // --exporter's list, "gpkg,csv": each format once, in the order given.
@@ -44,10 +46,12 @@ std::string LireExports(const std::string& nom, const std::string& liste, std::v
     for (FormatExport f : {FormatExport::GeoPackage, FormatExport::Csv, FormatExport::GeoJson, FormatExport::Dxf}) {
       if (mot != MotFormat(f)) continue;
       connu = true;
-      if (!FormatDisponible(f)) return "cette version de quillon-lot ne sait pas écrire de GeoPackage (" + mot + ")";
+      if (!FormatDisponible(f)) {
+        return Formater("cette version de quillon-lot ne sait pas écrire de GeoPackage (%s)", {mot});
+      }
       if (std::find(formats.begin(), formats.end(), f) == formats.end()) formats.push_back(f);
     }
-    if (!connu) return nom + " attend une liste de gpkg, csv, geojson et dxf, pas « " + mot + " »";
+    if (!connu) return Formater("%s attend une liste de gpkg, csv, geojson et dxf, pas « %s »", {nom, mot});
     if (virgule == std::string::npos) return {};
     debut = virgule + 1;
   }
@@ -67,6 +71,41 @@ const Option* ParLettre(char lettre) {
   return nullptr;
 }
 
+// The options that take a number: a distance, a system's code, a count.
+std::string AppliquerNombre(Cle cle, const std::string& nom, const std::string& valeur, OptionsLot& r) {
+  switch (cle) {
+    case Cle::Tolerance:
+    case Cle::ToleranceAltitude: {
+      double metres = -1;
+      const auto [fin, err] = std::from_chars(valeur.data(), valeur.data() + valeur.size(), metres);
+      if (err != std::errc() || fin != valeur.data() + valeur.size() || !(metres >= 0 && metres <= 1000)) {
+        return Formater("%s attend une distance en mètres de 0 à 1000, pas « %s »", {nom, valeur});
+      }
+      (cle == Cle::Tolerance ? r.tolerance : r.toleranceAltitude) = metres;
+      break;
+    }
+    case Cle::Srs: {
+      const std::string_view code = std::string_view(valeur).substr(valeur.starts_with("EPSG:") ? 5 : valeur.size());
+      const auto [fin, err] = std::from_chars(code.data(), code.data() + code.size(), r.epsg);
+      if (code.empty() || err != std::errc() || fin != code.data() + code.size() || r.epsg < 1) {
+        return Formater("%s attend EPSG:CODE, pas « %s »", {nom, valeur});
+      }
+      break;
+    }
+    case Cle::Fils: {
+      unsigned n = 0;
+      const auto [fin, err] = std::from_chars(valeur.data(), valeur.data() + valeur.size(), n);
+      if (err != std::errc() || fin != valeur.data() + valeur.size() || n < 1 || n > kFilsMax) {
+        return Formater("%s attend un nombre de 1 à %s, pas « %s »", {nom, std::to_string(kFilsMax), valeur});
+      }
+      r.fils = n;
+      break;
+    }
+    default: break;
+  }
+  return {};
+}
+
 // Stores one option; the usage error, or empty.
 std::string Appliquer(const Option& o, const std::string& valeur, OptionsLot& r) {
   const std::string nom = std::string("--") + o.longue;
@@ -82,61 +121,42 @@ std::string Appliquer(const Option& o, const std::string& valeur, OptionsLot& r)
       } else if (valeur == "ptm") {
         r.ciblePtp = CiblePtp::MD01;
       } else {
-        return nom + " attend ptv ou ptm, pas « " + valeur + " »";
+        return Formater("%s attend ptv ou ptm, pas « %s »", {nom, valeur});
       }
       break;
     case Cle::Echelle:
       r.classeEchelle = ClasseEchellePourMot(valeur);
-      if (r.classeEchelle == 0) return nom + " attend 250, 500, 1000, 2000, 4000 ou 5000, pas « " + valeur + " »";
+      if (r.classeEchelle == 0) return Formater("%s attend 250, 500, 1000, 2000, 4000 ou 5000, pas « %s »", {nom, valeur});
       break;
     case Cle::Theme:
       r.groupeTheme = GroupeThemePourMot(valeur);
-      if (r.groupeTheme == 0) return nom + " attend CS ou OD, pas « " + valeur + " »";
+      if (r.groupeTheme == 0) return Formater("%s attend CS ou OD, pas « %s »", {nom, valeur});
       break;
     case Cle::Sortie:
-      if (valeur.empty()) return nom + " attend un dossier";
+      if (valeur.empty()) return Formater("%s attend un dossier", {nom});
       r.dossierSortie = valeur;
       break;
     case Cle::Cible:
-      if (valeur.empty()) return nom + " attend un fichier";
+      if (valeur.empty()) return Formater("%s attend un fichier", {nom});
       r.cible = valeur;
       break;
     case Cle::Json:
-      if (valeur.empty()) return nom + " attend un fichier, ou - pour la sortie standard";
+      if (valeur.empty()) return Formater("%s attend un fichier, ou - pour la sortie standard", {nom});
       r.rapportJson = valeur;
       break;
     case Cle::Rapport:
-      if (valeur.empty()) return nom + " attend un dossier";
+      if (valeur.empty()) return Formater("%s attend un dossier", {nom});
       r.dossierRapport = valeur;
       break;
     case Cle::Tolerance:
-    case Cle::ToleranceAltitude: {
-      double metres = -1;
-      const auto [fin, err] = std::from_chars(valeur.data(), valeur.data() + valeur.size(), metres);
-      if (err != std::errc() || fin != valeur.data() + valeur.size() || !(metres >= 0 && metres <= 1000)) {
-        return nom + " attend une distance en mètres de 0 à 1000, pas « " + valeur + " »";
-      }
-      (o.cle == Cle::Tolerance ? r.tolerance : r.toleranceAltitude) = metres;
-      break;
-    }
+    case Cle::ToleranceAltitude:
+    case Cle::Srs:
+    case Cle::Fils: return AppliquerNombre(o.cle, nom, valeur, r);
     case Cle::Exporter: return LireExports(nom, valeur, r.exports);
-    case Cle::Srs: {
-      const std::string_view code = std::string_view(valeur).substr(valeur.starts_with("EPSG:") ? 5 : valeur.size());
-      const auto [fin, err] = std::from_chars(code.data(), code.data() + code.size(), r.epsg);
-      if (code.empty() || err != std::errc() || fin != code.data() + code.size() || r.epsg < 1) {
-        return nom + " attend EPSG:CODE, pas « " + valeur + " »";
-      }
+    case Cle::Langue:
+      r.langue = LangueDuCode(valeur);
+      if (!r.langue) return Formater("%s attend fr, de ou it, pas « %s »", {nom, valeur});
       break;
-    }
-    case Cle::Fils: {
-      unsigned n = 0;
-      const auto [fin, err] = std::from_chars(valeur.data(), valeur.data() + valeur.size(), n);
-      if (err != std::errc() || fin != valeur.data() + valeur.size() || n < 1 || n > kFilsMax) {
-        return nom + " attend un nombre de 1 à " + std::to_string(kFilsMax) + ", pas « " + valeur + " »";
-      }
-      r.fils = n;
-      break;
-    }
   }
   return {};
 }
@@ -159,11 +179,11 @@ LectureOptions LireOptions(const std::vector<std::string>& mots) {
       const std::string nom = mot.substr(2, egal == std::string::npos ? std::string::npos : egal - 2);
       const Option* o = ParNomLong(nom);
       if (o == nullptr) {
-        lu.erreur = "option inconnue : --" + nom;
+        lu.erreur = Formater("option inconnue : %s", {"--" + nom});
       } else if (!o->avecValeur && egal != std::string::npos) {
-        lu.erreur = "--" + nom + " ne prend pas de valeur";
+        lu.erreur = Formater("%s ne prend pas de valeur", {"--" + nom});
       } else if (o->avecValeur && egal == std::string::npos && i + 1 == mots.size()) {
-        lu.erreur = "--" + nom + " attend une valeur";
+        lu.erreur = Formater("%s attend une valeur", {"--" + nom});
       } else {
         const std::string valeur = !o->avecValeur ? "" : egal != std::string::npos ? mot.substr(egal + 1) : mots[++i];
         lu.erreur = Appliquer(*o, valeur, r);
@@ -173,7 +193,7 @@ LectureOptions LireOptions(const std::vector<std::string>& mots) {
       for (std::size_t k = 1; k < mot.size() && lu.erreur.empty(); ++k) {
         const Option* o = ParLettre(mot[k]);
         if (o == nullptr) {
-          lu.erreur = std::string("option inconnue : -") + mot[k];
+          lu.erreur = Formater("option inconnue : %s", {std::string{'-', mot[k]}});
         } else if (!o->avecValeur) {
           lu.erreur = Appliquer(*o, "", r);
         } else if (k + 1 < mot.size()) {
@@ -182,7 +202,7 @@ LectureOptions LireOptions(const std::vector<std::string>& mots) {
         } else if (i + 1 < mots.size()) {
           lu.erreur = Appliquer(*o, mots[++i], r);
         } else {
-          lu.erreur = std::string("-") + mot[k] + " attend une valeur";
+          lu.erreur = Formater("%s attend une valeur", {std::string{'-', mot[k]}});
         }
       }
     }
@@ -195,27 +215,44 @@ LectureOptions LireOptions(const std::vector<std::string>& mots) {
                         : r.verification                 ? "--verifier"
                                                          : nullptr;
     if (r.sources.size() != 2) {
-      lu.erreur = "--comparer attend deux fichiers : ANCIEN NOUVEAU";
+      lu.erreur = Traduire("--comparer attend deux fichiers : ANCIEN NOUVEAU");
     } else if (seule != nullptr) {
-      lu.erreur = std::string(seule) + " ne va pas avec --comparer";
+      lu.erreur = Formater("%s ne va pas avec --comparer", {seule});
     }
   } else if (lu.erreur.empty() && !r.aide && !r.version) {
     if (r.sources.empty()) {
-      lu.erreur = "aucune source";
+      lu.erreur = Traduire("aucune source");
     } else if (!r.cible.empty() && r.sources.size() > 1) {
-      lu.erreur = "--cible ne va qu'avec une seule source";
+      lu.erreur = Traduire("--cible ne va qu'avec une seule source");
     }
   }
   return lu;
 }
 
-const char* TexteUsage() {
-  return "usage : quillon-lot [OPTIONS] SOURCE...\n"
-         "        quillon-lot --aide   pour les options et les codes de sortie\n";
+std::optional<Langue> LangueDemandee(const std::vector<std::string>& mots) {
+  std::optional<Langue> langue;
+  for (std::size_t i = 0; i < mots.size() && mots[i] != "--"; ++i) {
+    if (mots[i].starts_with("--langue=")) {
+      langue = LangueDuCode(std::string_view(mots[i]).substr(9));
+    } else if (mots[i] == "--langue" && i + 1 < mots.size()) {
+      langue = LangueDuCode(mots[++i]);
+    }
+  }
+  return langue;
 }
 
-const char* TexteAide() {
-  return R"(usage : quillon-lot [OPTIONS] SOURCE...
+const char* TexteUsage() {
+  return Traduire(
+      "usage : quillon-lot [OPTIONS] SOURCE...\n"
+      "        quillon-lot --aide   pour les options et les codes de sortie\n");
+}
+
+// In sections, each translated whole: what the program does, its options,
+// its output and exit codes, the comparison.
+std::string TexteAide() {
+  std::string texte;
+  for (const char* section : {
+           N_(R"(usage : quillon-lot [OPTIONS] SOURCE...
         quillon-lot --comparer [OPTIONS] ANCIEN NOUVEAU
 
 Convertit des fichiers de points, un lot à la fois. Une SOURCE est un fichier
@@ -230,7 +267,8 @@ La cible est écrite à côté de sa source avec la nouvelle extension, le journ
 sous le nom de la source suivi de ".log" ; cibles et journaux sont les mêmes,
 octet pour octet, que ceux du programme quillon.
 
-Options :
+)"),
+           N_(R"(Options :
   -r, --recursif          parcourir aussi les sous-dossiers des dossiers
   -p, --ptp-en=ptv|ptm    ce que deviennent les fichiers .ptp (obligatoire
                           quand le lot en contient)
@@ -259,10 +297,13 @@ Options :
       --tolerance-altitude=METRES
                           avec --comparer, écart d'altitude au-delà duquel
                           un point a bougé (0.01 par défaut)
+      --langue=fr|de|it   la langue de l'aide et des messages (par défaut,
+                          celle de l'utilisateur)
   -h, --aide, --help      ce texte
   -V, --version           la version
 
-Sortie standard : une ligne par fichier, dans l'ordre des sources, ses champs
+)"),
+           N_(R"(Sortie standard : une ligne par fichier, dans l'ordre des sources, ses champs
 séparés par des tabulations : source, cible, lignes lues, lignes ignorées,
 erreurs de lecture, erreurs d'écriture, issue (converti, rejets, echec,
 interrompu, non-traite) et, après un échec, son message ; puis les totaux.
@@ -282,7 +323,8 @@ Codes de sortie :
   130  interrompu (Ctrl-C) : les fichiers terminés le restent, ceux en cours
        gardent leur cible précédente
 
-Comparaison (--comparer ANCIEN NOUVEAU) : deux fichiers .ptv, .ptp ou .pts,
+)"),
+           N_(R"(Comparaison (--comparer ANCIEN NOUVEAU) : deux fichiers .ptv, .ptp ou .pts,
 lus comme pour une conversion, sans journal. Les points sont appariés par
 thème, commune, plan et numéro ; chacun est nouveau (seulement dans NOUVEAU),
 supprime (seulement dans ANCIEN), deplace (plus de --tolerance à plat, plus
@@ -305,7 +347,10 @@ ligne de total par catégorie et la liste des champs comparés.
                           dossier existant reçoit ANCIEN-NOUVEAU.html
 Codes de sortie : 0 aucune différence, 1 des différences, 2 un fichier
 illisible, 64 ligne de commande incorrecte.
-)";
+)")}) {
+    texte += Traduire(section);
+  }
+  return texte;
 }
 
 }  // namespace quillon::lot

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "export/export_writer.h"
+#include "io/translation.h"
 
 namespace quillon::lot {
 
@@ -39,6 +40,7 @@ struct OptionsLot {
   // (dossierRapport) is then the HTML file.
   bool comparer = false;
   double toleranceAltitude = 0.01;  // metres
+  std::optional<Langue> langue;     // --langue; otherwise the user's
   // The files every run, report and export goes through: the machine's,
   // or the tests' own.
   SystemeFichiers* systeme = &SystemeFichiersReel();
@@ -52,8 +54,13 @@ struct LectureOptions {
 
 LectureOptions LireOptions(const std::vector<std::string>& mots);
 
-// The texts of --help and of a usage error, in UTF-8.
-const char* TexteAide();
+// The language that --langue asks for, read before the other options so
+// that their errors are in it; nothing when none is asked for, or an
+// unknown one (which LireOptions then reports).
+std::optional<Langue> LangueDemandee(const std::vector<std::string>& mots);
+
+// The texts of --help and of a usage error, in UTF-8, in the chosen language.
+std::string TexteAide();
 const char* TexteUsage();
 
 }  // namespace quillon::lot

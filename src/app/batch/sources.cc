@@ -9,6 +9,7 @@
 #include "app/batch/platform.h"
 #include "io/ansi.h"
 #include "io/locale.h"
+#include "io/translation.h"
 
 namespace quillon::lot {
 namespace fs = std::filesystem;
@@ -211,7 +212,7 @@ ListeLot ListerFichiers(const OptionsLot& options) {
     } else if (SortePourNom(CheminNatif(source).filename())) {
       trouves.push_back({source, CheminNatif(source).filename()});
     } else {
-      liste.erreur = source + " n'est ni un dossier, ni un fichier .ptv, .ptp ou .pts";
+      liste.erreur = Formater("%s n'est ni un dossier, ni un fichier .ptv, .ptp ou .pts", {source});
       return liste;
     }
     for (const Trouve& t : trouves) {
@@ -227,7 +228,7 @@ ListeLot ListerFichiers(const OptionsLot& options) {
         case Sorte::DC: f.conversion = Conversion::DCEnVal; break;
         case Sorte::PrecFiab:
           if (options.ciblePtp == CiblePtp::Aucune) {
-            liste.erreur = t.source + " est un fichier .ptp : dites avec --ptp-en s'il devient .ptv ou .ptm";
+            liste.erreur = Formater("%s est un fichier .ptp : dites avec --ptp-en s'il devient .ptv ou .ptm", {t.source});
             return liste;
           }
           f.conversion = options.ciblePtp == CiblePtp::Valeur ? Conversion::PrecFiabEnVal : Conversion::PrecFiabEnMD01;
@@ -252,8 +253,8 @@ ListeLot ListerFichiers(const OptionsLot& options) {
   GarderUneFois(liste.fichiers, cles);
   if (!options.cible.empty()) {
     if (liste.fichiers.size() != 1) {
-      liste.erreur = "--cible ne va qu'avec une seule source, et le lot compte " +
-                     std::to_string(liste.fichiers.size()) + " fichiers";
+      liste.erreur = Formater("--cible ne va qu'avec une seule source, et le lot compte %s fichiers",
+                              {std::to_string(liste.fichiers.size())});
       return liste;
     }
     liste.fichiers[0].cible = options.cible;

@@ -18,6 +18,7 @@
 #include "io/file_system.h"
 #include "io/interruptions.h"
 #include "io/locale.h"
+#include "io/translation.h"
 #include "report/html.h"
 #include "model/value_tables.h"
 #include "version.h"
@@ -96,7 +97,9 @@ bool EcrireIndex(const OptionsLot& options, const std::vector<FichierLot>& fichi
 }
 
 int Principal(int argc, char** argv) {
-  const LectureOptions lu = LireOptions(MotsProgramme(argc, argv));
+  const std::vector<std::string> mots = MotsProgramme(argc, argv);
+  ChoisirLangue(LangueDemandee(mots).value_or(LangueDuSysteme()));
+  const LectureOptions lu = LireOptions(mots);
   if (!lu.erreur.empty()) return ErreurUsage(lu.erreur);
   const OptionsLot& options = lu.options;
   if (options.aide) {
@@ -125,7 +128,7 @@ int Principal(int argc, char** argv) {
   suivi.fichierTermine = [&](std::size_t i, const ResultatFichier& r) {
     if (r.exporte && r.epsg == 0) {
       avancement.Effacer();
-      EcrireErreur("quillon-lot : " + liste.fichiers[i].source + " : " + Utf8VersCp1252(kSansSysteme) + "\n");
+      EcrireErreur("quillon-lot : " + liste.fichiers[i].source + " : " + Utf8VersCp1252(Traduire(kSansSysteme)) + "\n");
     }
     if (jsonSeul) return;
     avancement.Effacer();
@@ -143,8 +146,8 @@ int Principal(int argc, char** argv) {
   if (!jsonSeul) EcrireConsole(LignesTotaux(totaux, FinLigne()));
   if (json && !EcrireRapportJson(*options.systeme, *options.rapportJson, RapportJson(liste.fichiers, resultats,
                                                                    options.verification, code))) {
-    EcrireErreur(Utf8VersCp1252("quillon-lot : le rapport " + *options.rapportJson +
-                                " ne peut pas être écrit\n"));
+    EcrireErreur(Utf8VersCp1252(
+        "quillon-lot : " + Formater("le rapport %s ne peut pas être écrit", {*options.rapportJson}) + "\n"));
     if (code < kSortieEchec) code = kSortieEchec;
   }
   bool rapportsEcrits = true;
@@ -154,8 +157,8 @@ int Principal(int argc, char** argv) {
     if (tente && !liste.fichiers[i].rapport.empty() && !resultats[i].rapportEcrit) rapportsEcrits = false;
   }
   if (!options.dossierRapport.empty() && (!EcrireIndex(options, liste.fichiers, resultats) || !rapportsEcrits)) {
-    EcrireErreur(Utf8VersCp1252("quillon-lot : les rapports de " + options.dossierRapport +
-                                " ne peuvent pas être écrits\n"));
+    EcrireErreur(Utf8VersCp1252(
+        "quillon-lot : " + Formater("les rapports de %s ne peuvent pas être écrits", {options.dossierRapport}) + "\n"));
     if (code < kSortieEchec) code = kSortieEchec;
   }
   SynchroniserDossiers();

@@ -1,0 +1,16 @@
+# Run by the build (cmake -P): writes SORTIE, a C++ file holding the compiled
+# catalogues DOSSIER/quillon-LL.mo for each LL of LANGUES (comma-separated)
+# as byte arrays, and CatalogueMo, which hands out the chosen one.
+string(REPLACE "," ";" langues "${LANGUES}")
+set(texte "// Generated from po/*.po by msgfmt: do not edit.\n#include \"io/translation.h\"\n\nnamespace quillon {\nnamespace {\n")
+set(cas "")
+foreach(langue IN LISTS langues)
+  file(READ "${DOSSIER}/quillon-${langue}.mo" octets HEX)
+  string(REGEX REPLACE "([0-9a-f][0-9a-f])" "0x\\1," octets "${octets}")
+  string(REGEX REPLACE "((0x..,){24})" "\\1\n" octets "${octets}")
+  string(APPEND texte "constexpr unsigned char kMo_${langue}[] = {\n${octets}};\n")
+  string(APPEND cas "  if (CodeLangue(langue) == \"${langue}\") return kMo_${langue};\n")
+endforeach()
+string(APPEND texte "}  // namespace\n\nstd::span<const unsigned char> CatalogueMo(Langue langue) {\n${cas}  return {};\n}\n\n}  // namespace quillon\n")
+file(WRITE "${SORTIE}.tmp" "${texte}")
+file(COPY_FILE "${SORTIE}.tmp" "${SORTIE}" ONLY_IF_DIFFERENT)
