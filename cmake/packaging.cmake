@@ -50,7 +50,8 @@ qui convertit un fichier, et quillon-lot, qui convertit des dossiers entiers
 sur plusieurs fils avec un rapport en texte ou en JSON.")
 
 set(CPACK_DEBIAN_FENETRES_PACKAGE_NAME quillon-fenetres)
-set(CPACK_DEBIAN_FENETRES_PACKAGE_DEPENDS "quillon (= ${PROJECT_VERSION})")
+# Qt's translations: its standard dialogs in French, German or Italian.
+set(CPACK_DEBIAN_FENETRES_PACKAGE_DEPENDS "quillon (= ${PROJECT_VERSION}), qt6-translations-l10n")
 set(CPACK_DEBIAN_FENETRES_DESCRIPTION
 "convertisseur des fichiers de points de la mensuration officielle (fenêtres)
 Quillon convertit les fichiers de points de la mensuration officielle

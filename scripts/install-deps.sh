@@ -23,10 +23,11 @@ set -eu
 # writes the GeoPackage exports; GDAL's ogrinfo and the sqlite3 shell read
 # them back in the tests, and QGIS's Python bindings open them as a user
 # would (a large package: the test that needs it is skipped without it).
+# qt6-translations-l10n: Qt's own dialogs in French, German or Italian.
 # gettext: msgfmt compiles the translations into the programs, xgettext and
 # msgcmp check in the tests that every text has them.
 paquets="g++ make cmake libgtest-dev libgmock-dev qt6-base-dev nlohmann-json3-dev locales scdoc man-db chromium poppler-utils attr acl"
-paquets="$paquets libsqlite3-dev gdal-bin sqlite3 python3-qgis gettext"
+paquets="$paquets libsqlite3-dev gdal-bin sqlite3 python3-qgis gettext qt6-translations-l10n"
 case "${1:-}" in
   fuzz) paquets="$paquets clang libclang-rt-14-dev" ;;
   windows) paquets="$paquets g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix googletest wine wine64 xvfb xdotool dpkg-dev tcl" ;;

@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QPushButton>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -10,6 +11,7 @@
 #include "ui/qt/about_box.h"
 #include "ui/qt/main_window.h"
 #include "ui/qt/option_dialogs.h"
+#include "ui/qt/qt_language.h"
 #include "ui/qt/seams_qt.h"
 #include "window_fakes.h"
 
@@ -86,6 +88,23 @@ TEST(FenetresQt, CeQueSeulQtFait) {
   std::string valeur = "ancienne";
   EXPECT_FALSE(RegistreSysteme().GetKeyValue(kHkeyLocalMachine, "SOFTWARE\\Microsoft", "PATH", valeur));
   EXPECT_EQ(valeur, "");
+}
+
+// Qt's own buttons in the program's language, French included, whatever
+// the locale the tests run under.
+TEST(FenetresQt, BoutonsDeQtDansLaLangue) {
+  QTranslator traducteur;
+  if (!InstallerTraductionQt(traducteur, Langue::Francais)) {
+    GTEST_SKIP() << "Qt's translations (Debian's qt6-translations-l10n) are missing";
+  }
+  const std::pair<Langue, const char*> cas[] = {
+      {Langue::Francais, "Annuler"}, {Langue::Allemand, "Abbrechen"}, {Langue::Italien, "Annulla"}};
+  for (const auto& [langue, annuler] : cas) {
+    ASSERT_TRUE(InstallerTraductionQt(traducteur, langue));
+    QDialogButtonBox boutons(QDialogButtonBox::Cancel);
+    EXPECT_EQ(boutons.button(QDialogButtonBox::Cancel)->text().remove(u'&').toStdString(), annuler);
+  }
+  QCoreApplication::removeTranslator(&traducteur);
 }
 
 }  // namespace

@@ -9,8 +9,6 @@
 #include <QApplication>
 #include <QFile>
 #include <QIcon>
-#include <QLibraryInfo>
-#include <QLocale>
 #include <QTranslator>
 
 #include "version.h"
@@ -18,6 +16,7 @@
 #include "io/locale.h"
 #include "ui/qt/app_icon.h"
 #include "ui/qt/main_window.h"
+#include "ui/qt/qt_language.h"
 #include "ui/registry.h"
 #include "ui/qt/seams_qt.h"
 #include "ui/window_logic.h"
@@ -104,12 +103,11 @@ int ModeFenetre(int argc, char** argv, ReglagesExecution& reglages) {
   // The desktop entry the windows belong to, for the task bar under Wayland.
   QGuiApplication::setDesktopFileName(QStringLiteral("ch.quillon.Quillon"));
   QApplication::setWindowIcon(QIcon(IconeApplication()));
-  // The standard dialogs speak the user's language, as the platform's own do.
+  // The standard dialogs speak the program's language: the user's when it
+  // is German or Italian, French otherwise (never Qt's English).
+  ChoisirLangue(LangueDuSysteme());
   QTranslator traductionQt;
-  if (traductionQt.load(QLocale::system(), QStringLiteral("qtbase"), QStringLiteral("_"),
-                        QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
-    QApplication::installTranslator(&traductionQt);
-  }
+  InstallerTraductionQt(traductionQt, LangueChoisie());
 
   DialoguesFichiersQt dialogues;
   BoitesMessagesQt messages;
