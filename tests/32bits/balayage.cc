@@ -42,10 +42,9 @@ void Ecrire(const std::string& ligne) {
 // message is numbered and printed in a line of its own when first met.
 class Messages : public EcouteurJournal {
  public:
-  void ChampRejete(bool lecture, std::initializer_list<std::string_view> message) override {
-    Ajouter(lecture ? "L" : "E", message);
+  void Message(const MessageJournal& m) override {
+    Ajouter(!m.erreur ? "N" : m.lecture ? "L" : "E", m.morceaux);
   }
-  void Note(bool, std::initializer_list<std::string_view> message) override { Ajouter("N", message); }
   std::string texte;
 
  private:
