@@ -13,6 +13,7 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
@@ -569,7 +570,8 @@ TEST_F(Windows, CibleAvecUnLienDurOuEnLectureSeule) {
 
 // quillon-lot.exe writing every export, ended by TerminateProcess at several
 // points: its temporary files, whose deletion was asked for when they were
-// made, go with it; every file is as it was or whole and new.
+// made, go with it, but for one caught while being put in place, which the
+// next run removes; every file is as it was or whole and new.
 TEST_F(Windows, TueSansPreavis) {
   const std::string lot = fs::path(std::getenv("QUILLON_EXE_WINDOWS")).parent_path() / "quillon-lot.exe";
   const std::string texte = "-e 1000 -t CS --srs=EPSG:2056 --exporter=gpkg,csv,geojson,dxf a.ptv";
@@ -587,14 +589,24 @@ TEST_F(Windows, TueSansPreavis) {
     options.ligneCommande = LigneCommandeWindows(lot, texte);
     LancerQuillon({}, d.chemin(), options);
     std::size_t vus = 0;
+    const std::vector<std::string> restes = Temporaires(d.chemin());
     for (const auto& e : fs::directory_iterator(d.chemin())) {
       const std::string nom = e.path().filename();
+      if (std::find(restes.begin(), restes.end(), nom) != restes.end()) continue;
       ASSERT_EQ(nouveaux.count(nom), 1u) << "left behind: " << nom;
       const std::string octets = LireFichier(e.path());
       EXPECT_TRUE(octets == "avant\r\n" || CommeNeuf(nom, octets, nouveaux[nom])) << nom;
       ++vus;
     }
     EXPECT_EQ(vus, nouveaux.size());
+    // A file killed between the withdrawal of its deletion and its rename
+    // (a few calls) keeps its temporary: the next run into the folder
+    // removes it, its process being gone.
+    EXPECT_LE(restes.size(), 2u) << "at most the files being put in place";
+    if (!restes.empty()) {
+      EXPECT_EQ(Lancer(texte, lot).codeSortie, 0);
+      EXPECT_EQ(Temporaires(d.chemin()), std::vector<std::string>{});
+    }
   }
 }
 
