@@ -136,11 +136,11 @@ QWidget* VueAtelierQt::CreerListes() {
   return cote;
 }
 
-QPushButton* VueAtelierQt::Bouton(const char* nom, const QString& texte, void (Atelier::*clic)()) {
+QPushButton* VueAtelierQt::Bouton(const char* nom, const QString& texte, std::function<void()> clic) {
   auto* bouton = new QPushButton(texte, this);
   bouton->setObjectName(QLatin1String(nom));
   bouton->setAutoDefault(false);
-  connect(bouton, &QPushButton::clicked, this, [this, clic] { (atelier_.*clic)(); });
+  connect(bouton, &QPushButton::clicked, this, std::move(clic));
   return bouton;
 }
 
@@ -148,12 +148,15 @@ QWidget* VueAtelierQt::CreerBoutons() {
   auto* rangee = new QWidget(this);
   auto* mise = new QHBoxLayout(rangee);
   mise->setContentsMargins(0, 0, 0, 0);
-  btnVueDEnsemble_ = Bouton("btnVueDEnsemble", QStringLiteral("Vue d'ensemble"), &Atelier::btnVueDEnsemble_Click);
-  btnVoirRapport_ = Bouton("btnVoirRapport", TexteQt(kBoutonRapport), &Atelier::btnVoirRapport_Click);
+  btnVueDEnsemble_ =
+      Bouton("btnVueDEnsemble", QStringLiteral("Vue d'ensemble"), [this] { atelier_.btnVueDEnsemble_Click(); });
+  btnVoirRapport_ = Bouton("btnVoirRapport", TexteQt(kBoutonRapport), [this] { atelier_.btnVoirRapport_Click(); });
   btnVoirRapportLot_ =
-      Bouton("btnVoirRapportLot", QStringLiteral("Voir le rapport du lot"), &Atelier::btnVoirRapportLot_Click);
-  btnExporter_ = Bouton("btnExporter", TexteQt(kBoutonExporter), &Atelier::btnExporter_Click);
-  btnOuvrirDossier_ = Bouton("btnOuvrirDossier", QStringLiteral("Ouvrir le dossier"), &Atelier::btnOuvrirDossier_Click);
+      Bouton("btnVoirRapportLot", QStringLiteral("Voir le rapport du lot"),
+             [this] { atelier_.btnVoirRapportLot_Click(); });
+  btnExporter_ = Bouton("btnExporter", TexteQt(kBoutonExporter), [this] { atelier_.btnExporter_Click(); });
+  btnOuvrirDossier_ =
+      Bouton("btnOuvrirDossier", QStringLiteral("Ouvrir le dossier"), [this] { atelier_.btnOuvrirDossier_Click(); });
   for (QPushButton* b : {btnVueDEnsemble_, btnVoirRapport_, btnVoirRapportLot_, btnExporter_, btnOuvrirDossier_}) {
     mise->addWidget(b);
   }
@@ -166,7 +169,7 @@ QWidget* VueAtelierQt::CreerBoutons() {
   avancement_ = new QProgressBar(barreAvancement_);
   avancement_->setObjectName(QStringLiteral("pgbAvancement"));
   avancement_->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("000 000 / 000 000 fichiers — 0 000 000 lignes/s")) + 24);
-  auto* annuler = Bouton("btnAnnuler", QStringLiteral("Annuler"), &Atelier::btnAnnuler_Click);
+  auto* annuler = Bouton("btnAnnuler", QStringLiteral("Annuler"), [this] { atelier_.btnAnnuler_Click(); });
   annuler->setParent(barreAvancement_);
   miseAvancement->addWidget(avancement_);
   miseAvancement->addWidget(annuler);

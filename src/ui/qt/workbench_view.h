@@ -5,6 +5,8 @@
 // (Rafraichir); every click goes back to it.
 #pragma once
 
+#include <functional>
+
 #include <QWidget>
 
 class QLabel;
@@ -37,7 +39,7 @@ class VueAtelierQt : public QWidget {
  private:
   QWidget* CreerListes();
   QWidget* CreerBoutons();
-  QPushButton* Bouton(const char* nom, const QString& texte, void (Atelier::*clic)());
+  QPushButton* Bouton(const char* nom, const QString& texte, std::function<void()> clic);
   void MontrerTable();
   void MontrerAvancement();
   void MontrerFichier();
