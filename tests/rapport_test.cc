@@ -123,6 +123,28 @@ TEST(PageRapport, TexteEchappe) {
 // The index lists the failures, then the files with rejects, then those
 // whose checks found something, the rest last, names in natural order
 // within each; its verdict takes the worst colour and counts each kind.
+// A long table's rows, in order, all of them: under the headings up to a
+// block, past it in blocks of a block's size after an empty heading table.
+TEST(PageRapport, RangeesEnBlocs) {
+  for (const std::size_t nombre : {std::size_t{0}, kRangeesParBloc, kRangeesParBloc + 1, 3 * kRangeesParBloc + 7}) {
+    std::string s;
+    AjouterRangees(s, "t", "<th>N</th>", nombre, [&](std::size_t k) { s += "<tr><td>" + std::to_string(k) + "</td></tr>\n"; });
+    std::size_t blocs = 0, ici = 0, rangees = 0;
+    for (; (ici = s.find("<div class=\"bloc\" data-de=\"t\">", ici)) != std::string::npos; ++ici) ++blocs;
+    EXPECT_EQ(blocs, nombre > kRangeesParBloc ? (nombre + kRangeesParBloc - 1) / kRangeesParBloc : 0) << nombre;
+    for (ici = 0; (ici = s.find("<tr><td>", ici)) != std::string::npos; ++ici, ++rangees) {
+      EXPECT_EQ(s.compare(ici + 8, std::to_string(rangees).size() + 5, std::to_string(rangees) + "</td>"), 0);
+    }
+    EXPECT_EQ(rangees, nombre);
+    const bool enBlocs = nombre > kRangeesParBloc;
+    EXPECT_EQ(s.starts_with("<table id=\"t\"><thead><tr><th>N</th></tr></thead><tbody>\n" +
+                            std::string(enBlocs ? "</tbody></table>\n<div" : "")), true) << nombre;
+    EXPECT_TRUE(s.ends_with(enBlocs ? "</tbody></table></div>\n" : "</tbody></table>\n")) << nombre;
+    // As many tags closed as opened.
+    EXPECT_EQ(std::count(s.begin(), s.end(), '<') - std::count(s.begin(), s.end(), '/') * 2, 0) << s;
+  }
+}
+
 TEST(IndexLot, OrdreEtVerdict) {
   Controles avecProches, sansRien;
   avecProches.proches.push_back({0, 1, 0.001});

@@ -73,7 +73,7 @@
   Carte(D, 5, {
     dessiner: dessiner,
     bulle: function (i) {
-      var k = lieu[i], l = P[5 * k + 2], r = document.querySelector('#rejets tr[data-l="' + l + '"]');
+      var k = lieu[i], l = P[5 * k + 2], r = document.querySelector('#rejets tr[data-l="' + l + '"],[data-de=rejets] tr[data-l="' + l + '"]');
       var t = (nombre[k] > 1 ? nombre[k] + ' points à cette place, le premier : ' : '') + 'ligne ' + l + ' — ' + D.id[k];
       return t + (r ? '\n' + r.cells[3].textContent : '');
     },

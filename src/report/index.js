@@ -3,12 +3,10 @@
 // that each row's data-o gives, the outcome by the rank in its data-v, the
 // counts as numbers (empty: below 0); the box #filtre keeps the files whose
 // name holds its text; #montres says how many are shown.
-'use strict';
-window.addEventListener('error', function (e) { document.body.setAttribute('data-erreur', String(e.message)); });
 (function () {
   var table = document.getElementById('fichiers');
   if (!table) return;
-  var corps = table.tBodies[0], rangees = Array.prototype.slice.call(corps.rows), tri = -1, descendant = false;
+  var blocs = Blocs(table), rangees = blocs.rangees(), tri = -1, descendant = false;
   var filtre = document.getElementById('filtre'), montres = document.getElementById('montres');
 
   function cle(r, c) {
@@ -27,9 +25,7 @@ window.addEventListener('error', function (e) { document.body.setAttribute('data
       if (d === 0) d = Number(a.getAttribute('data-o')) - Number(b.getAttribute('data-o'));
       return descendant ? -d : d;
     });
-    var f = document.createDocumentFragment();
-    rangees.forEach(function (r) { f.appendChild(r); });
-    corps.appendChild(f);
+    blocs.placer(rangees, false);
     Array.prototype.forEach.call(table.tHead.rows[0].cells, function (th, k) {
       th.setAttribute('aria-sort', k === c ? (descendant ? 'descending' : 'ascending') : 'none');
     });

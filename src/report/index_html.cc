@@ -160,14 +160,13 @@ std::string IndexHtml(const std::string& programme, const std::string& date, con
        "</p>\n";
   AjouterBilan(s, TotauxDe(lignes), lignes.size());
   s += "<h2>Fichiers</h2><div class=\"outils\"><input id=\"filtre\" type=\"search\" placeholder=\"Filtrer par nom\" "
-       "aria-label=\"Filtrer par nom\"> <span id=\"montres\"></span></div>\n"
-       "<table id=\"fichiers\"><thead><tr><th>N°</th><th>Source</th><th>Issue</th><th>Lues</th><th>Ignorées</th>"
-       "<th>Erreurs de lecture</th><th>Erreurs d'écriture</th><th>Doublons</th><th>Proches</th><th>Éloignés</th>"
-       "<th>Sans coordonnées</th></tr></thead><tbody>\n";
+       "aria-label=\"Filtrer par nom\"> <span id=\"montres\"></span></div>\n";
   std::vector<std::size_t> parNom;
   const std::vector<std::size_t> ordre = Ordre(lignes, parNom);
-  for (std::size_t n = 0; n < ordre.size(); ++n) AjouterRangee(s, lignes[ordre[n]], n + 1, parNom[ordre[n]]);
-  s += "</tbody></table>\n";
+  AjouterRangees(s, "fichiers",
+                 "<th>N°</th><th>Source</th><th>Issue</th><th>Lues</th><th>Ignorées</th><th>Erreurs de lecture</th>"
+                 "<th>Erreurs d'écriture</th><th>Doublons</th><th>Proches</th><th>Éloignés</th><th>Sans coordonnées</th>",
+                 ordre.size(), [&](std::size_t n) { AjouterRangee(s, lignes[ordre[n]], n + 1, parNom[ordre[n]]); });
   AjouterApercu(s, lignes, ordre);
   FinirPage(s, "", &kScript);
   return s;

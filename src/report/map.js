@@ -5,8 +5,6 @@
 // to pan, the wheel to zoom, #tout to see everything again; the tooltip
 // #bulle over the point under the cursor; a point clicked selects its table
 // row, a row clicked its point.
-'use strict';
-window.addEventListener('error', function (e) { document.body.setAttribute('data-erreur', String(e.message)); });
 
 function donneesPage() { return JSON.parse(document.getElementById('donnees').textContent); }
 

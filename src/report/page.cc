@@ -21,12 +21,14 @@ tr[data-l]{cursor:pointer}tr[data-l]:hover{background:#f4f8ff}tr.sel{background:
 .outils{margin:6px 0}.leg{margin-right:12px;white-space:nowrap}.leg::before{content:"";display:inline-block;width:9px;height:9px;margin-right:4px;background:var(--c)}
 .leg.anneau::before{background:none;border:2px solid var(--c);border-radius:50%}.leg.croix::before{content:"\00d7";color:var(--c);background:none;width:auto;height:auto;font-weight:bold}
 .note{color:#555;font-style:italic}.avertissement{color:#8a4b00;font-weight:bold}
+.bloc{content-visibility:auto;contain-intrinsic-size:auto 2200px}.bloc td{border-top:0}
 @page{size:A4;margin:12mm 10mm}
 @media print{body{margin:0;font-size:11px}button,input,#montres,#bulle{display:none!important}
 .verdict,.ok,.rejets,.echec,.gris,th{-webkit-print-color-adjust:exact;print-color-adjust:exact}
 canvas{height:auto;cursor:auto}.cadre{break-inside:avoid}h2{break-after:avoid}
 table{width:100%}thead{display:table-header-group}tr,pre{break-inside:avoid}
-pre{white-space:pre-wrap;word-break:break-all;font-size:10px}a{color:inherit;text-decoration:none}}
+pre{white-space:pre-wrap;word-break:break-all;font-size:10px}a{color:inherit;text-decoration:none}
+.bloc{content-visibility:visible}}
 </style>)";
 
 }  // namespace

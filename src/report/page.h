@@ -51,17 +51,37 @@ void AjouterEntete(std::string& s, std::initializer_list<std::pair<std::string_v
 void AjouterNote(std::string& s, std::string_view html);
 std::string Cellule(std::string_view html, bool nombre = false);
 
-// One table under its heading `titre (nombre)`: its column headings, then
-// the rows that `rangee(k)` writes for k below nombre and kParSorte, and a
-// note for the rest. Nothing below the heading when there is no row.
+// The table `id`: its column headings, then the rows that `rangee(k)`
+// writes for k below nombre. Past kRangeesParBloc rows, the rows go in
+// blocks that follow the headings' table, each a table of its own in a
+// div.bloc[data-de=id], which the browser lays out only when in sight: a
+// page of thousands of rows shows at once. The pages' script aligns the
+// blocks' columns and gathers the rows under the headings to print.
+inline constexpr std::size_t kRangeesParBloc = 100;
+template <typename Rangee>
+void AjouterRangees(std::string& s, std::string_view id, std::string_view entetes, std::size_t nombre,
+                    Rangee rangee) {
+  s.append("<table id=\"").append(id).append("\"><thead><tr>").append(entetes).append("</tr></thead><tbody>\n");
+  const bool enBlocs = nombre > kRangeesParBloc;
+  for (std::size_t k = 0; k < nombre; ++k) {
+    if (enBlocs && k % kRangeesParBloc == 0) {
+      s += k == 0 ? "</tbody></table>\n" : "</tbody></table></div>\n";
+      s.append("<div class=\"bloc\" data-de=\"").append(id).append("\"><table><tbody>\n");
+    }
+    rangee(k);
+  }
+  s += enBlocs ? "</tbody></table></div>\n" : "</tbody></table>\n";
+}
+
+// One table under its heading `titre (nombre)`: its rows for k below
+// nombre and kParSorte, and a note for the rest. Nothing below the heading
+// when there is no row.
 template <typename Rangee>
 void AjouterTable(std::string& s, std::string_view id, std::string_view titre, std::string_view entetes,
                   std::size_t nombre, Rangee rangee) {
   s.append("<h2>").append(titre).append(" (").append(std::to_string(nombre)).append(")</h2>\n");
   if (nombre == 0) return;
-  s.append("<table id=\"").append(id).append("\"><thead><tr>").append(entetes).append("</tr></thead><tbody>\n");
-  for (std::size_t k = 0; k < nombre && k < kParSorte; ++k) rangee(k);
-  s += "</tbody></table>\n";
+  AjouterRangees(s, id, entetes, nombre < kParSorte ? nombre : kParSorte, rangee);
   if (nombre > kParSorte) AjouterNote(s, std::to_string(nombre - kParSorte) + " de plus non montrés.");
 }
 

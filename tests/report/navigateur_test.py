@@ -138,6 +138,10 @@ sans_entete = [k for k in avec if 'Ligne source' not in textes[k]]
 verifier(not sans_entete, f'pages {sans_entete} of the rejected lines without the headings')
 verifier(len(avec) >= 2 and len(textes) <= max(avec) + 3 and 160 / len(avec) >= 15,
          f'{len(textes)} pages printed, rows on {len(avec)}')
+# On screen, those rows sit in blocks, whose columns the script aligns.
+dom = charger(os.path.join(travail, 'rapports', 'beaucoup.ptv.html'), 'beaucoup')
+verifier(dom.count('<div class="bloc" data-de="rejets">') == 2 and '@media screen{#rejets,' in dom,
+         'the rejected lines are not in two aligned blocks')
 
 # Two places of 50 points each: 1,225 close pairs a place, above the
 # thousand that the report lists one by one; one row a place.
