@@ -9,7 +9,9 @@
 #include <set>
 #include <thread>
 
+#include "io/translation.h"
 #include "test_support.h"
+#include "ui/forms.h"
 #include "ui/print_layout.h"
 #include "ui/workbench.h"
 #include "window_fakes.h"
@@ -140,6 +142,49 @@ TEST(Atelier, DialogueDuLot) {
   EXPECT_EQ(o.groupeTheme, 3);
   EXPECT_EQ(o.epsg, 2056);
   EXPECT_FALSE(o.verification);
+}
+
+// In German and Italian: the menus, the dialog's caption and lists, a list
+// clicked by its entry as shown, the message box and the table's headings;
+// the choices and the files the same as in French.
+TEST(Atelier, EnAllemandEtEnItalien) {
+  struct {
+    Langue langue;
+    const char *menu, *titre, *convertir, *dossier, *message, *issue;
+  } const cas[] = {
+      {Langue::Allemand, "Datei", "Punktdateien prüfen", "Prüfen und umwandeln", "In einem Ordner",
+       "Wählen Sie den Ordner der Zieldateien, Protokolle und Exporte.", "Ergebnis"},
+      {Langue::Italien, "File", "Controllare file di punti", "Controllare e convertire", "In una cartella",
+       "Scegliete la cartella delle destinazioni, dei giornali e delle esportazioni.", "Esito"},
+  };
+  struct Francais {
+    ~Francais() { ChoisirLangue(Langue::Francais); }
+  } const ensuite;
+  for (const auto& c : cas) {
+    ChoisirLangue(c.langue);
+    Banc b;
+    fs::create_directory("d");
+    fs::create_directory("sortie");
+    EcrireFichier("d/a.ptv", Points(2));
+    b.dialogues.dossiers.push_back("sortie");
+    b.vue.dialogue = [&](LogiqueDialogueLot& d) {
+      EXPECT_EQ(FormulaireLot().titre, c.titre);
+      EXPECT_EQ(EntreesListeLot("lstAction")[1], c.convertir);
+      d.Liste_Click("lstAction", c.convertir);
+      d.Liste_Click("lstDestination", c.dossier);
+      EXPECT_EQ(d.Selection("lstAction"), c.convertir);
+      EXPECT_FALSE(d.btnControler_Click(nullptr));
+      d.btnDossier_Click(nullptr);
+      return d.btnControler_Click(nullptr);
+    };
+    b.atelier.Deposer({"d"});
+    b.Attendre();
+    EXPECT_EQ(MenusQuillon()[0].texte, c.menu);
+    ASSERT_FALSE(b.boites.boites.empty());
+    EXPECT_EQ(b.boites.boites.at(0).texte, c.message);
+    EXPECT_EQ(b.atelier.Table().Entete(1), c.issue);
+    EXPECT_TRUE(fs::exists("sortie/a.ptp")) << CodeLangue(c.langue);
+  }
 }
 
 // Annuler stops as Ctrl-C stops quillon-lot: every file keeps a row, those

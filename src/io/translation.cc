@@ -27,7 +27,7 @@ const char* Chaine(std::span<const unsigned char> mo, uint32_t table, uint32_t k
 
 // The translation of `texte` in a .mo catalogue, whose originals msgfmt
 // sorts by their bytes: a binary search. Null when it has none.
-const char* Chercher(std::span<const unsigned char> mo, const char* texte) {
+const char* Chercher(std::span<const unsigned char> mo, std::string_view texte) {
   if (mo.size() < 28) return nullptr;
   const bool inverse = Mot(mo, 0, false) != 0x950412deu;
   if (inverse && Mot(mo, 0, true) != 0x950412deu) return nullptr;
@@ -37,7 +37,7 @@ const char* Chercher(std::span<const unsigned char> mo, const char* texte) {
     const uint32_t milieu = bas + (haut - bas) / 2;
     const char* original = Chaine(mo, originaux, milieu, inverse);
     if (original == nullptr) return nullptr;
-    const int ordre = std::strcmp(original, texte);
+    const int ordre = std::string_view(original).compare(texte);
     if (ordre == 0) {
       const char* traduction = Chaine(mo, traductions, milieu, inverse);
       return traduction != nullptr && *traduction != 0 ? traduction : nullptr;
@@ -93,12 +93,14 @@ Langue LangueDesVariables(const char* language, const char* lcAll, const char* l
   return LangueDeLocale(nom).value_or(Langue::Francais);
 }
 
-const char* Traduire(const char* texte) {
-  const Langue langue = LangueChoisie();
-  if (langue == Langue::Francais || texte == nullptr || *texte == 0) return texte;
-  const char* traduction = Chercher(CatalogueMo(langue), texte);
-  return traduction != nullptr ? traduction : texte;
+std::string_view Traduire(std::string_view texte) {
+  if (texte.empty()) return texte;  // "" holds the catalogue's header
+  const char* traduction = Chercher(CatalogueMo(LangueChoisie()), texte);
+  return traduction != nullptr ? std::string_view(traduction) : texte;
 }
+
+// Either string ends with a null: the catalogue's, or texte itself.
+const char* Traduire(const char* texte) { return texte == nullptr ? texte : Traduire(std::string_view(texte)).data(); }
 
 std::string Formater(const char* modele, std::initializer_list<std::string_view> valeurs) {
   const std::string_view m(Traduire(modele));

@@ -38,6 +38,7 @@ Langue LangueDesVariables(const char* language, const char* lcAll, const char* l
 // `texte` (UTF-8) in the chosen language: its translation, or itself in
 // French or where the catalogue has none.
 const char* Traduire(const char* texte);
+std::string_view Traduire(std::string_view texte);  // a text of a table, marked N_
 
 // `modele` translated, its %s (in order) or %N$s (the Nth value) replaced
 // by `valeurs`, and %% by %.

@@ -8,45 +8,48 @@
 namespace quillon {
 namespace {
 
-constexpr std::string_view kPtp[] = {"Points avec valeur (.ptv)", "Points au format MD01 (.ptm)"};
-constexpr std::string_view kAction[] = {"Contrôler seulement", "Contrôler et convertir"};
-constexpr std::string_view kDestination[] = {"À côté des sources", "Dans un dossier"};
-constexpr std::string_view kSysteme[] = {"Deviné de l'étendue", "EPSG:2056 (MN95)", "EPSG:21781 (MN03)"};
+constexpr std::string_view kPtp[] = {N_("Points avec valeur (.ptv)"), N_("Points au format MD01 (.ptm)")};
+constexpr std::string_view kAction[] = {N_("Contrôler seulement"), N_("Contrôler et convertir")};
+constexpr std::string_view kDestination[] = {N_("À côté des sources"), N_("Dans un dossier")};
+constexpr std::string_view kSysteme[] = {N_("Deviné de l'étendue"), "EPSG:2056 (MN95)", "EPSG:21781 (MN03)"};
 constexpr int kEpsg[] = {0, 2056, 21781};
 constexpr std::string_view kCases[] = {"chkGpkg", "chkCsv", "chkGeoJson", "chkDxf"};
 
 constexpr Controle kControles[] = {
-    {"btnControler", GenreControle::Bouton, "Contrôler", 6480, 240, 1215, 375},
-    {"btnAbandonner", GenreControle::Bouton, "Abandonner", 6480, 720, 1215, 375},
-    {"lblEchelle", GenreControle::Etiquette, "Echelle du plan:", 1320, 240, 1212, 252},
+    {"btnControler", GenreControle::Bouton, N_("Contrôler"), 6480, 240, 1215, 375},
+    {"btnAbandonner", GenreControle::Bouton, N_("Abandonner"), 6480, 720, 1215, 375},
+    {"lblEchelle", GenreControle::Etiquette, N_("Echelle du plan:"), 1320, 240, 1212, 252},
     {"lstEchelle", GenreControle::Liste, "", 2640, 240, 1935, 0},
-    {"lblTheme", GenreControle::Etiquette, "Thème pour Points de situation:", 120, 600, 2412, 252},
+    {"lblTheme", GenreControle::Etiquette, N_("Thème pour Points de situation:"), 120, 600, 2412, 252},
     {"lstTheme", GenreControle::Liste, "", 2640, 600, 1935, 0},
-    {"lblPtp", GenreControle::Etiquette, "Fichiers .ptp convertis en:", 120, 960, 2412, 252},
+    {"lblPtp", GenreControle::Etiquette, N_("Fichiers .ptp convertis en:"), 120, 960, 2412, 252},
     {"lstPtp", GenreControle::Liste, "", 2640, 960, 3135, 0},
-    {"lblAction", GenreControle::Etiquette, "Action:", 120, 1320, 2412, 252},
+    {"lblAction", GenreControle::Etiquette, N_("Action:"), 120, 1320, 2412, 252},
     {"lstAction", GenreControle::Liste, "", 2640, 1320, 3135, 0},
-    {"chkSousDossiers", GenreControle::Case, "Parcourir aussi les sous-dossiers", 2640, 1680, 3615, 252},
-    {"lblDestination", GenreControle::Etiquette, "Cibles, journaux et exports:", 120, 2040, 2412, 252},
+    {"chkSousDossiers", GenreControle::Case, N_("Parcourir aussi les sous-dossiers"), 2640, 1680, 3615, 252},
+    {"lblDestination", GenreControle::Etiquette, N_("Cibles, journaux et exports:"), 120, 2040, 2412, 252},
     {"lstDestination", GenreControle::Liste, "", 2640, 2040, 3135, 0},
     {"lblDossier", GenreControle::Etiquette, "", 2640, 2400, 3615, 252},
-    {"btnDossier", GenreControle::Bouton, "Choisir…", 6480, 2340, 1215, 375},
-    {"lblExporter", GenreControle::Etiquette, "Exporter:", 120, 2820, 2412, 252},
+    {"btnDossier", GenreControle::Bouton, N_("Choisir…"), 6480, 2340, 1215, 375},
+    {"lblExporter", GenreControle::Etiquette, N_("Exporter:"), 120, 2820, 2412, 252},
     {"chkGpkg", GenreControle::Case, "GeoPackage", 2640, 2820, 1335, 252},
     {"chkCsv", GenreControle::Case, "CSV", 4020, 2820, 735, 252},
     {"chkGeoJson", GenreControle::Case, "GeoJSON", 4800, 2820, 1095, 252},
     {"chkDxf", GenreControle::Case, "DXF", 5940, 2820, 735, 252},
-    {"lblSysteme", GenreControle::Etiquette, "Système de coordonnées:", 120, 3180, 2412, 252},
+    {"lblSysteme", GenreControle::Etiquette, N_("Système de coordonnées:"), 120, 3180, 2412, 252},
     {"lstSysteme", GenreControle::Liste, "", 2640, 3180, 3135, 0},
 };
 
-constexpr Formulaire kLot = {"frmControlerLot", "Contrôler des fichiers de points", 7875, 3660, kControles};
+constexpr Formulaire kLot = {"frmControlerLot", N_("Contrôler des fichiers de points"), 7875, 3660, kControles};
 
-template <std::size_t N>
-int Rang(const std::string_view (&entrees)[N], std::string_view texte) {
-  const auto trouve = std::find(entrees, entrees + N, texte);
-  return trouve == entrees + N ? -1 : static_cast<int>(trouve - entrees);
+// The rank of `texte` among a list's entries as shown, in the chosen
+// language; -1 when none.
+int Rang(std::span<const std::string_view> entrees, std::string_view texte) {
+  const std::span<const std::string_view> montrees = EnLangue(entrees);
+  const auto trouve = std::find(montrees.begin(), montrees.end(), texte);
+  return trouve == montrees.end() ? -1 : static_cast<int>(trouve - montrees.begin());
 }
+std::string_view Montree(std::span<const std::string_view> entrees, std::size_t k) { return EnLangue(entrees)[k]; }
 
 int RangCase(std::string_view nom) {
   const auto trouve = std::find(std::begin(kCases), std::end(kCases), nom);
@@ -55,13 +58,13 @@ int RangCase(std::string_view nom) {
 
 }  // namespace
 
-const Formulaire& FormulaireLot() { return kLot; }
+const Formulaire& FormulaireLot() { return EnLangue(kLot); }
 
 std::span<const std::string_view> EntreesListeLot(std::string_view nom) {
-  if (nom == "lstPtp") return kPtp;
-  if (nom == "lstAction") return kAction;
-  if (nom == "lstDestination") return kDestination;
-  if (nom == "lstSysteme") return kSysteme;
+  if (nom == "lstPtp") return EnLangue(kPtp);
+  if (nom == "lstAction") return EnLangue(kAction);
+  if (nom == "lstDestination") return EnLangue(kDestination);
+  if (nom == "lstSysteme") return EnLangue(kSysteme);
   return EntreesListe(nom);
 }
 
@@ -87,12 +90,12 @@ lot::OptionsLot OptionsDuChoix(const ChoixLot& choix, const std::vector<std::str
 std::string_view LogiqueDialogueLot::Selection(std::string_view liste) const {
   if (liste == "lstEchelle") return kMotsEchelle[std::size_t(std::clamp<int>(choix_.classeEchelle, 1, 6) - 1)];
   if (liste == "lstTheme") return kMotsTheme[choix_.groupeTheme == kGroupeOD ? 1 : 0];
-  if (liste == "lstPtp") return kPtp[choix_.ciblePtp == lot::CiblePtp::MD01 ? 1 : 0];
-  if (liste == "lstAction") return kAction[choix_.convertir ? 1 : 0];
-  if (liste == "lstDestination") return kDestination[choix_.dansUnDossier ? 1 : 0];
+  if (liste == "lstPtp") return Montree(kPtp, choix_.ciblePtp == lot::CiblePtp::MD01 ? 1 : 0);
+  if (liste == "lstAction") return Montree(kAction, choix_.convertir ? 1 : 0);
+  if (liste == "lstDestination") return Montree(kDestination, choix_.dansUnDossier ? 1 : 0);
   if (liste == "lstSysteme") {
     for (std::size_t k = 0; k < std::size(kEpsg); ++k) {
-      if (kEpsg[k] == choix_.epsg) return kSysteme[k];
+      if (kEpsg[k] == choix_.epsg) return Montree(kSysteme, k);
     }
   }
   return {};
@@ -100,7 +103,7 @@ std::string_view LogiqueDialogueLot::Selection(std::string_view liste) const {
 
 std::string LogiqueDialogueLot::TexteDossier() const {
   if (!choix_.dansUnDossier) return "";
-  return choix_.dossier.empty() ? std::string("(aucun dossier choisi)") : choix_.dossier;
+  return choix_.dossier.empty() ? std::string(Traduire("(aucun dossier choisi)")) : choix_.dossier;
 }
 
 bool LogiqueDialogueLot::Coche(std::string_view nom) const {
@@ -132,7 +135,7 @@ void LogiqueDialogueLot::Case_Click(std::string_view nom, bool cochee) {
 
 void LogiqueDialogueLot::btnDossier_Click(Parent parent) {
   const std::optional<std::string> dossier =
-      dialogues_.ChoisirDossier(parent, "Dossier des cibles, journaux et exports", choix_.dossier);
+      dialogues_.ChoisirDossier(parent, Traduire("Dossier des cibles, journaux et exports"), choix_.dossier);
   if (!dossier) return;
   choix_.dossier = *dossier;
   choix_.dansUnDossier = true;
@@ -140,7 +143,7 @@ void LogiqueDialogueLot::btnDossier_Click(Parent parent) {
 
 bool LogiqueDialogueLot::btnControler_Click(Parent parent) {
   if (choix_.dansUnDossier && choix_.dossier.empty()) {
-    messages_.Message(parent, kTitreApplication, "Choisissez le dossier des cibles, journaux et exports.");
+    messages_.Message(parent, kTitreApplication, Traduire("Choisissez le dossier des cibles, journaux et exports."));
     return false;
   }
   return true;

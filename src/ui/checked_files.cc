@@ -1,5 +1,7 @@
 #include "ui/checked_files.h"
 
+#include "io/translation.h"
+
 #include <algorithm>
 #include <tuple>
 
@@ -45,13 +47,13 @@ bool LigneFichier::Probleme() const {
 
 std::string_view MotIssueFenetre(lot::Issue issue) {
   switch (issue) {
-    case lot::Issue::Converti: return "converti";
-    case lot::Issue::Rejets: return "rejets";
-    case lot::Issue::Echec: return "échec";
-    case lot::Issue::Interrompu: return "interrompu";
+    case lot::Issue::Converti: return Traduire("converti");
+    case lot::Issue::Rejets: return Traduire("rejets");
+    case lot::Issue::Echec: return Traduire("échec");
+    case lot::Issue::Interrompu: return Traduire("interrompu");
     case lot::Issue::NonTraite: break;
   }
-  return "non traité";
+  return Traduire("non traité");
 }
 
 // The check report's shades: green, amber, red; grey for what did not run.
@@ -68,9 +70,9 @@ uint32_t CouleurIssue(lot::Issue issue) {
 
 std::string_view TableFichiers::Entete(int colonne) {
   static constexpr std::string_view kEntetes[kColonnes] = {
-      "Fichier", "Issue", "Lues", "Ignorées", "Erreurs de lecture", "Erreurs d'écriture", "Doublons",
-      "Points proches", "Points éloignés"};
-  return colonne >= 0 && colonne < kColonnes ? kEntetes[colonne] : std::string_view();
+      N_("Fichier"),  N_("Issue"),          N_("Lues"),           N_("Ignorées"), N_("Erreurs de lecture"),
+      N_("Erreurs d'écriture"), N_("Doublons"), N_("Points proches"), N_("Points éloignés")};
+  return colonne >= 0 && colonne < kColonnes ? Traduire(kEntetes[colonne]) : std::string_view();
 }
 
 // A row takes its place in the order at once: a batch of n files costs

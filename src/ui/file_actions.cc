@@ -72,7 +72,7 @@ void ExporterFichier(Services& services, SystemeFichiers& systeme, Parent parent
     filtre += (filtre.empty() ? "" : "|") + std::string(DescriptionFormat(format)) + " (" + motif + ")|" + motif;
   }
   const std::optional<FichierChoisi> choix =
-      services.dialogues.EnregistrerSous(parent, std::string(kTitreExporter), filtre, 1);
+      services.dialogues.EnregistrerSous(parent, std::string(Traduire(kTitreExporter)), filtre, 1);
   if (!choix || choix->indexFiltre < 1 || choix->indexFiltre > static_cast<int>(formats.size())) return;
   DemandeExport demande;
   demande.source = f.source;

@@ -6,11 +6,13 @@
 #include <span>
 #include <string_view>
 
+#include "io/translation.h"
+
 namespace quillon {
 
 // --- The main window --------------------------------------------------------
 
-inline constexpr std::string_view kTitreQuillon = "Convertir fichier de points aux formats KQ";
+inline constexpr std::string_view kTitreQuillon = N_("Convertir fichier de points aux formats KQ");
 inline constexpr int kLargeurQuillon = 7665;  // client area, below the menu bar
 inline constexpr int kHauteurQuillon = 3105;
 
@@ -40,26 +42,41 @@ struct EntreeMenu {
   Commande commande;
 };
 
+// The menus in the chosen language.
 std::span<const EntreeMenu> MenusQuillon();
 
-inline constexpr std::string_view kTitreOuvrir = "Ouvrir un fichier points";
-inline constexpr std::string_view kTitreEnregistrerSous = "Enregistrer le fichier de points sous";
+inline constexpr std::string_view kTitreOuvrir = N_("Ouvrir un fichier points");
+inline constexpr std::string_view kTitreEnregistrerSous = N_("Enregistrer le fichier de points sous");
 inline constexpr std::string_view kFiltreOuvrir =
-    "Points avec valeur (*.ptv)|*.ptv|Points avec précisions (*.ptp)|*.ptp|Points au format DC (*.pts)|*.pts";
-inline constexpr std::string_view kFiltreVersPrecFiab = "Points avec précision (*.ptp)|*.ptp";
+    N_("Points avec valeur (*.ptv)|*.ptv|Points avec précisions (*.ptp)|*.ptp|Points au format DC (*.pts)|*.pts");
+inline constexpr std::string_view kFiltreVersPrecFiab = N_("Points avec précision (*.ptp)|*.ptp");
 inline constexpr std::string_view kFiltreDepuisPrecFiab =
-    "Points avec valeur (*.ptv)|*.ptv|Points au format MD01 (*.ptm)|*.ptm";
-inline constexpr std::string_view kFiltreVersValeur = "Points avec valeur (*.ptv)|*.ptv";
+    N_("Points avec valeur (*.ptv)|*.ptv|Points au format MD01 (*.ptm)|*.ptm");
+inline constexpr std::string_view kFiltreVersValeur = N_("Points avec valeur (*.ptv)|*.ptv");
 
 // Comparing two deliveries: the old file, then the new one, of any kind.
-inline constexpr std::string_view kTitreComparerAncien = "Comparer : l'ancien fichier";
-inline constexpr std::string_view kTitreComparerNouveau = "Comparer : le nouveau fichier";
-inline constexpr std::string_view kFiltreComparer = "Fichiers de points (*.ptv;*.ptp;*.pts)|*.ptv;*.ptp;*.pts";
+inline constexpr std::string_view kTitreComparerAncien = N_("Comparer : l'ancien fichier");
+inline constexpr std::string_view kTitreComparerNouveau = N_("Comparer : le nouveau fichier");
+inline constexpr std::string_view kFiltreComparer =
+    N_("Fichiers de points (*.ptv;*.ptp;*.pts)|*.ptv;*.ptp;*.pts");
 
 // The buttons of a run's summary box beside OK, and the export's dialog.
-inline constexpr std::string_view kBoutonRapport = "Voir le rapport";
-inline constexpr std::string_view kBoutonExporter = "Exporter…";
-inline constexpr std::string_view kTitreExporter = "Exporter les points";
+inline constexpr std::string_view kBoutonRapport = N_("Voir le rapport");
+inline constexpr std::string_view kBoutonExporter = N_("Exporter…");
+inline constexpr std::string_view kTitreExporter = N_("Exporter les points");
+
+// The workbench: its buttons beside those above, and its two lists' titles.
+inline constexpr std::string_view kBoutonVueDEnsemble = N_("Vue d'ensemble");
+inline constexpr std::string_view kBoutonRapportLot = N_("Voir le rapport du lot");
+inline constexpr std::string_view kBoutonOuvrirDossier = N_("Ouvrir le dossier");
+inline constexpr std::string_view kBoutonAnnuler = N_("Annuler");
+inline constexpr std::string_view kTitreRejets = N_("Lignes rejetées");
+inline constexpr std::string_view kTitreConstats = N_("Contrôles");
+
+// Every text the windows show goes through the language chosen: a caption
+// or a filter of the constants above through Traduire, a table's entries
+// and a form's controls through EnLangue. The texts are French in the code,
+// marked N_ for the catalogues.
 
 // --- Dialogs ---------------------------------------------------------------
 
@@ -83,7 +100,13 @@ struct Formulaire {
   std::span<const Controle> controles;
 };
 
-// The two option dialogs, whose controls come in tab order: Convertir,
+// `forme` with its caption and controls in the chosen language; and a
+// list's entries. A copy per form and language, made at first use, by the
+// windows' thread.
+const Formulaire& EnLangue(const Formulaire& forme);
+std::span<const std::string_view> EnLangue(std::span<const std::string_view> entrees);
+
+// The two option dialogs, in the chosen language, whose controls come in tab order: Convertir,
 // Abandonner, then the lists from top to bottom, each list's label with it.
 const Formulaire& FormulaireValPrecFiab();
 const Formulaire& FormulaireDCVal();

@@ -43,7 +43,7 @@ class AffichageAvecRapport : public Affichage {
   // The box comes back after each of its other buttons, until OK: the
   // user may look at the report, then export.
   void MontrerBilan(const std::array<std::string, 4>& lignes) override {
-    const std::vector<std::string> boutons = {std::string(kBoutonRapport), std::string(kBoutonExporter)};
+    const std::vector<std::string> boutons = {std::string(Traduire(kBoutonRapport)), std::string(Traduire(kBoutonExporter))};
     for (;;) {
       const int choix = services_.messages.MessageAvecBoutons(parent_, kTitreApplication, TexteBilan(lignes), boutons);
       if (choix == 1) VoirRapport(lignes);
@@ -182,7 +182,7 @@ void LogiqueQuillon::ActiverMenusFichier(bool actifs) {
 
 void LogiqueQuillon::mnuOuvrir_Click() {
   const std::optional<FichierChoisi> choix = services_.dialogues.Ouvrir(
-      vue_.Fenetre(), std::string(kTitreOuvrir), std::string(kFiltreOuvrir), 1);
+      vue_.Fenetre(), std::string(Traduire(kTitreOuvrir)), std::string(Traduire(kFiltreOuvrir)), 1);
   if (!choix) return;
 
   reglages_.DefinirSource(choix->nom);
@@ -207,7 +207,7 @@ void LogiqueQuillon::mnuEnregistrerSous_Click() {
     case TypeFichier::Aucun: return;
   }
   const std::optional<FichierChoisi> choix = services_.dialogues.EnregistrerSous(
-      vue_.Fenetre(), std::string(kTitreEnregistrerSous), std::string(filtre), 1);
+      vue_.Fenetre(), std::string(Traduire(kTitreEnregistrerSous)), std::string(Traduire(filtre)), 1);
   if (!choix) return;
 
   reglages_.FichierCible.Nom = choix->nom;
@@ -232,10 +232,10 @@ void LogiqueQuillon::mnuEnregistrerSous_Click() {
 void LogiqueQuillon::mnuComparer_Click() {
   const Parent parent = vue_.Fenetre();
   const std::optional<FichierChoisi> ancien = services_.dialogues.Ouvrir(
-      parent, std::string(kTitreComparerAncien), std::string(kFiltreComparer), 1);
+      parent, std::string(Traduire(kTitreComparerAncien)), std::string(Traduire(kFiltreComparer)), 1);
   if (!ancien) return;
   const std::optional<FichierChoisi> nouveau = services_.dialogues.Ouvrir(
-      parent, std::string(kTitreComparerNouveau), std::string(kFiltreComparer), 1);
+      parent, std::string(Traduire(kTitreComparerNouveau)), std::string(Traduire(kFiltreComparer)), 1);
   if (!nouveau) return;
   for (const std::string& nom : {ancien->nom, nouveau->nom}) {
     if (!SortePourChemin(nom)) {

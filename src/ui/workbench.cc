@@ -144,13 +144,13 @@ void Atelier::Lancer(const std::vector<std::string>& sources) {
 
 void Atelier::mnuControlerFichiers_Click() {
   const std::vector<std::string> fichiers = services_.dialogues.OuvrirPlusieurs(
-      vueAtelier_.Fenetre(), "Contrôler des fichiers de points", std::string(kFiltreComparer));
+      vueAtelier_.Fenetre(), Traduire("Contrôler des fichiers de points"), std::string(Traduire(kFiltreComparer)));
   if (!fichiers.empty()) Deposer(fichiers);
 }
 
 void Atelier::mnuControlerDossier_Click() {
   const std::optional<std::string> dossier =
-      services_.dialogues.ChoisirDossier(vueAtelier_.Fenetre(), "Contrôler un dossier de points", "");
+      services_.dialogues.ChoisirDossier(vueAtelier_.Fenetre(), Traduire("Contrôler un dossier de points"), "");
   if (dossier) Deposer({*dossier});
 }
 

@@ -42,7 +42,7 @@ QStringList CheminsDeposes(const QMimeData* donnees) {
 frmQuillon::frmQuillon(ReglagesExecution& reglages, Services& services, QWidget* parent)
     : QMainWindow(parent), services_(services), logique_(reglages, services, *this) {
   setObjectName(QStringLiteral("frmQuillon"));
-  setWindowTitle(TexteQt(kTitreQuillon));
+  setWindowTitle(TexteQt(Traduire(kTitreQuillon)));
   setWindowIcon(QIcon(IconeApplication()));
 
   QMenu* menu = nullptr;

@@ -15,6 +15,7 @@
 #include <QUrl>
 #include <QWidget>
 
+#include "io/translation.h"
 #include "ui/qt/main_window.h"
 
 namespace quillon {
@@ -115,7 +116,7 @@ int BoitesMessagesQt::MessageAvecBoutons(Parent parent, const std::string& titre
 }
 
 void BoitesMessagesQt::ErreurFatale(Parent parent, const std::string& texte) {
-  QMessageBox boite(QMessageBox::Critical, QStringLiteral("Erreur fatale"), TexteAffiche(texte),
+  QMessageBox boite(QMessageBox::Critical, TexteQt(Traduire("Erreur fatale")), TexteAffiche(texte),
                     QMessageBox::Ok, WidgetDe(parent));
   boite.setTextFormat(Qt::PlainText);
   boite.exec();
@@ -125,8 +126,8 @@ bool BoitesMessagesQt::Question(Parent parent, const std::string& titre, const s
   QMessageBox boite(QMessageBox::Question, QString::fromStdString(titre), TexteAffiche(texte), QMessageBox::NoButton,
                     WidgetDe(parent));
   boite.setTextFormat(Qt::PlainText);
-  const QAbstractButton* oui = boite.addButton(QStringLiteral("Oui"), QMessageBox::YesRole);
-  boite.setDefaultButton(boite.addButton(QStringLiteral("Non"), QMessageBox::NoRole));
+  const QAbstractButton* oui = boite.addButton(TexteQt(Traduire("Oui")), QMessageBox::YesRole);
+  boite.setDefaultButton(boite.addButton(TexteQt(Traduire("Non")), QMessageBox::NoRole));
   boite.exec();
   return boite.clickedButton() == oui;
 }

@@ -149,14 +149,14 @@ QWidget* VueAtelierQt::CreerBoutons() {
   auto* mise = new QHBoxLayout(rangee);
   mise->setContentsMargins(0, 0, 0, 0);
   btnVueDEnsemble_ =
-      Bouton("btnVueDEnsemble", QStringLiteral("Vue d'ensemble"), [this] { atelier_.btnVueDEnsemble_Click(); });
-  btnVoirRapport_ = Bouton("btnVoirRapport", TexteQt(kBoutonRapport), [this] { atelier_.btnVoirRapport_Click(); });
+      Bouton("btnVueDEnsemble", TexteQt(Traduire(kBoutonVueDEnsemble)), [this] { atelier_.btnVueDEnsemble_Click(); });
+  btnVoirRapport_ = Bouton("btnVoirRapport", TexteQt(Traduire(kBoutonRapport)), [this] { atelier_.btnVoirRapport_Click(); });
   btnVoirRapportLot_ =
-      Bouton("btnVoirRapportLot", QStringLiteral("Voir le rapport du lot"),
+      Bouton("btnVoirRapportLot", TexteQt(Traduire(kBoutonRapportLot)),
              [this] { atelier_.btnVoirRapportLot_Click(); });
-  btnExporter_ = Bouton("btnExporter", TexteQt(kBoutonExporter), [this] { atelier_.btnExporter_Click(); });
+  btnExporter_ = Bouton("btnExporter", TexteQt(Traduire(kBoutonExporter)), [this] { atelier_.btnExporter_Click(); });
   btnOuvrirDossier_ =
-      Bouton("btnOuvrirDossier", QStringLiteral("Ouvrir le dossier"), [this] { atelier_.btnOuvrirDossier_Click(); });
+      Bouton("btnOuvrirDossier", TexteQt(Traduire(kBoutonOuvrirDossier)), [this] { atelier_.btnOuvrirDossier_Click(); });
   for (QPushButton* b : {btnVueDEnsemble_, btnVoirRapport_, btnVoirRapportLot_, btnExporter_, btnOuvrirDossier_}) {
     mise->addWidget(b);
   }
@@ -169,7 +169,7 @@ QWidget* VueAtelierQt::CreerBoutons() {
   avancement_ = new QProgressBar(barreAvancement_);
   avancement_->setObjectName(QStringLiteral("pgbAvancement"));
   avancement_->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("000 000 / 000 000 fichiers — 0 000 000 lignes/s")) + 24);
-  auto* annuler = Bouton("btnAnnuler", QStringLiteral("Annuler"), [this] { atelier_.btnAnnuler_Click(); });
+  auto* annuler = Bouton("btnAnnuler", TexteQt(Traduire(kBoutonAnnuler)), [this] { atelier_.btnAnnuler_Click(); });
   annuler->setParent(barreAvancement_);
   miseAvancement->addWidget(avancement_);
   miseAvancement->addWidget(annuler);
@@ -232,11 +232,9 @@ void VueAtelierQt::MontrerFichier() {
     for (int k = 0; k < liste->count(); ++k) liste->item(k)->setToolTip(textes[k]);  // rows wider than the list
   }
   enMiseAJour_ = false;
-  const auto titre = [](const char* texte, int n) {
-    return QStringLiteral("%1 (%2)").arg(QString::fromUtf8(texte)).arg(n);
-  };
-  lblRejets_->setText(titre("Lignes rejetées", rejets_->count()));
-  lblConstats_->setText(titre("Contrôles", constats_->count()));
+  const auto titre = [](std::string_view texte, int n) { return QStringLiteral("%1 (%2)").arg(TexteQt(Traduire(texte))).arg(n); };
+  lblRejets_->setText(titre(kTitreRejets, rejets_->count()));
+  lblConstats_->setText(titre(kTitreConstats, constats_->count()));
 }
 
 void VueAtelierQt::MontrerChoixDansListes() {

@@ -57,7 +57,7 @@ bool FenetreQuillonWin32::Creer() {
   INITCOMMONCONTROLSEX controles{sizeof controles,
                                   ICC_STANDARD_CLASSES | ICC_LISTVIEW_CLASSES | ICC_PROGRESS_CLASS | ICC_BAR_CLASSES};
   ::InitCommonControlsEx(&controles);
-  if (!FenetreWin32::Creer(kStyle, WS_EX_ACCEPTFILES, Large(kTitreQuillon).c_str(), nullptr, CreerMenus())) {
+  if (!FenetreWin32::Creer(kStyle, WS_EX_ACCEPTFILES, Large(Traduire(kTitreQuillon)).c_str(), nullptr, CreerMenus())) {
     return false;
   }
   ::DragAcceptFiles(Handle(), TRUE);

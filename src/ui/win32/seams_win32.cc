@@ -9,6 +9,7 @@
 #include <cwchar>
 #include <vector>
 
+#include "io/translation.h"
 #include "ui/win32/win32_util.h"
 
 namespace quillon::win32 {
@@ -143,7 +144,7 @@ int BoitesMessagesWin32::MessageAvecBoutons(Parent parent, const std::string& ti
 }
 
 void BoitesMessagesWin32::ErreurFatale(Parent parent, const std::string& texte) {
-  ::MessageBoxW(static_cast<HWND>(parent), Large(texte).c_str(), L"Erreur fatale", MB_OK | MB_ICONERROR);
+  ::MessageBoxW(static_cast<HWND>(parent), Large(texte).c_str(), Large(Traduire("Erreur fatale")).c_str(), MB_OK | MB_ICONERROR);
 }
 
 bool BoitesMessagesWin32::Question(Parent parent, const std::string& titre, const std::string& texte) {

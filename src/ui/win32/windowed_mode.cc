@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "app/batch/platform.h"
+#include "io/translation.h"
 #include "ui/registry.h"
 #include "ui/win32/main_window.h"
 #include "ui/win32/seams_win32.h"
@@ -18,6 +19,9 @@
 namespace quillon {
 
 int ModeFenetre(int argc, char** argv, ReglagesExecution& reglages) {
+  // The windows speak the user's interface language when it is German or
+  // Italian, French otherwise; the system's own dialogs speak it anyway.
+  ChoisirLangue(LangueDuSysteme());
   win32::DialoguesFichiersWin32 dialogues;
   win32::BoitesMessagesWin32 messages;
   win32::FinProgrammeWin32 fin;

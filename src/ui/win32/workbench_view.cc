@@ -28,11 +28,11 @@ struct BoutonAtelier {
   std::string_view nom, texte;
   int largeur;  // pixels at 96 DPI
 };
-constexpr std::array<BoutonAtelier, 5> kBoutons = {{{"btnVueDEnsemble", "Vue d'ensemble", 110},
-                                                    {"btnVoirRapport", "Voir le rapport", 110},
-                                                    {"btnVoirRapportLot", "Voir le rapport du lot", 140},
-                                                    {"btnExporter", "Exporter…", 90},
-                                                    {"btnOuvrirDossier", "Ouvrir le dossier", 120}}};
+constexpr std::array<BoutonAtelier, 5> kBoutons = {{{"btnVueDEnsemble", kBoutonVueDEnsemble, 110},
+                                                    {"btnVoirRapport", kBoutonRapport, 110},
+                                                    {"btnVoirRapportLot", kBoutonRapportLot, 140},
+                                                    {"btnExporter", kBoutonExporter, 90},
+                                                    {"btnOuvrirDossier", kBoutonOuvrirDossier, 120}}};
 
 // The widths of the table's columns at 96 DPI: the source, its outcome,
 // then the counts.
@@ -66,15 +66,15 @@ bool PanneauAtelier::Creer(HWND fenetre) {
   CreerColonnes();
   progres_ = Enfant(fenetre, PROGRESS_CLASSW, L"", 0, kIdProgres);
   texteProgres_ = Enfant(fenetre, WC_STATICW, L"", SS_LEFT | SS_CENTERIMAGE, kIdTexteProgres);
-  annuler_ = Enfant(fenetre, WC_BUTTONW, L"Annuler", WS_TABSTOP | BS_PUSHBUTTON, kIdAnnuler);
+  annuler_ = Enfant(fenetre, WC_BUTTONW, Large(Traduire(kBoutonAnnuler)).c_str(), WS_TABSTOP | BS_PUSHBUTTON, kIdAnnuler);
   if (!carte_.Creer(fenetre, kIdCarte)) return false;
-  titreRejets_ = Enfant(fenetre, WC_STATICW, L"Lignes rejetées", WS_VISIBLE | SS_LEFT, kIdTitreRejets);
+  titreRejets_ = Enfant(fenetre, WC_STATICW, Large(Traduire(kTitreRejets)).c_str(), WS_VISIBLE | SS_LEFT, kIdTitreRejets);
   const DWORD kListe = kVisible | WS_VSCROLL | WS_HSCROLL | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT;
   rejets_ = Enfant(fenetre, WC_LISTBOXW, L"", kListe, kIdRejets, WS_EX_CLIENTEDGE);
-  titreConstats_ = Enfant(fenetre, WC_STATICW, L"Contrôles", WS_VISIBLE | SS_LEFT, kIdTitreConstats);
+  titreConstats_ = Enfant(fenetre, WC_STATICW, Large(Traduire(kTitreConstats)).c_str(), WS_VISIBLE | SS_LEFT, kIdTitreConstats);
   constats_ = Enfant(fenetre, WC_LISTBOXW, L"", kListe, kIdConstats, WS_EX_CLIENTEDGE);
   for (std::size_t k = 0; k < kBoutons.size(); ++k) {
-    boutons_[k] = Enfant(fenetre, WC_BUTTONW, Large(kBoutons[k].texte).c_str(), kVisible | BS_PUSHBUTTON,
+    boutons_[k] = Enfant(fenetre, WC_BUTTONW, Large(Traduire(kBoutons[k].texte)).c_str(), kVisible | BS_PUSHBUTTON,
                          kIdBoutons + static_cast<int>(k));
   }
   ChangerDpi(dpi_);
@@ -221,10 +221,10 @@ void PanneauAtelier::MontrerListes() {
       ::InvalidateRect(liste, nullptr, TRUE);
     }
     const auto titre = [&](std::string_view mot, std::size_t n) {
-      return Large(std::string(mot) + (montre != nullptr ? " (" + std::to_string(n) + ")" : ""));
+      return Large(std::string(Traduire(mot)) + (montre != nullptr ? " (" + std::to_string(n) + ")" : ""));
     };
-    ::SetWindowTextW(titreRejets_, titre("Lignes rejetées", montre ? montre->Rejets().size() : 0).c_str());
-    ::SetWindowTextW(titreConstats_, titre("Contrôles", montre ? montre->Constats().size() : 0).c_str());
+    ::SetWindowTextW(titreRejets_, titre(kTitreRejets, montre ? montre->Rejets().size() : 0).c_str());
+    ::SetWindowTextW(titreConstats_, titre(kTitreConstats, montre ? montre->Constats().size() : 0).c_str());
   }
   for (const bool rejets : {true, false}) {
     const std::optional<std::size_t> rang = atelier_.RangDansListe(rejets);
