@@ -69,9 +69,9 @@ class AffichageMuet : public Affichage {
   int fatales = 0;
   std::array<std::string, 4> bilan;
 
-  void MontrerBilan(const std::array<std::string, 4>& lignes) override {
+  void MontrerBilan(const ComptesBilan& comptes) override {
     ++bilans;
-    bilan = lignes;
+    bilan = TexteBilan(comptes);
   }
   void MontrerErreurFatale(const ErreurFatale&) override { ++fatales; }
 };
@@ -602,7 +602,7 @@ inline std::string Rapport(const uint8_t* donnees, std::size_t taille) {
   static constexpr quillon::Conversion kRuns[] = {quillon::Conversion::ValEnPrecFiab, quillon::Conversion::PrecFiabEnVal,
                                                   quillon::Conversion::DCEnVal, quillon::Conversion::PrecFiabEnMD01};
   entete.conversion = NomConversion(kRuns[run]);
-  entete.bilan = r.journal.Bilan();
+  entete.bilan = TexteBilan(r.journal.Bilan());
   entete.verdict = c.nombres[rejetees] != 0 ? Verdict::Rejets : Verdict::SansRejet;
   const std::string html = RapportHtml(entete, collecte, c);
   EnteteRapport neutre = entete;

@@ -156,7 +156,8 @@ TEST(Date, FormatDuJournal) {
 // An Affichage that remembers what it was asked to show.
 class AffichageTest : public Affichage {
  public:
-  void MontrerBilan(const std::array<std::string, 4>& lignes) override {
+  void MontrerBilan(const ComptesBilan& comptes) override {
+    const std::array<std::string, 4> lignes = TexteBilan(comptes);
     bilans.emplace_back(lignes.begin(), lignes.end());
   }
   void MontrerErreurFatale(const ErreurFatale& erreur) override { fatales.push_back(MessageFatal(erreur)); }

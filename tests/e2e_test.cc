@@ -68,7 +68,7 @@ std::string Comparable(const std::string& nom, std::string texte, bool lot) {
 }
 
 class AffichageMuet : public Affichage {
-  void MontrerBilan(const std::array<std::string, 4>&) override {}
+  void MontrerBilan(const ComptesBilan&) override {}
   void MontrerErreurFatale(const ErreurFatale&) override {}
 };
 

@@ -145,17 +145,25 @@ TEST(Atelier, DialogueDuLot) {
 }
 
 // In German and Italian: the menus, the dialog's caption and lists, a list
-// clicked by its entry as shown, the message box and the table's headings;
-// the choices and the files the same as in French.
+// clicked by its entry as shown, the message boxes (a run's summary and a
+// fatal error among them) and the table's headings; the choices and the
+// files the same as in French.
 TEST(Atelier, EnAllemandEtEnItalien) {
   struct {
     Langue langue;
-    const char *menu, *titre, *convertir, *dossier, *message, *issue;
+    const char *menu, *titre, *convertir, *dossier, *message, *issue, *bilan, *fatale;
   } const cas[] = {
       {Langue::Allemand, "Datei", "Punktdateien prüfen", "Prüfen und umwandeln", "In einem Ordner",
-       "Wählen Sie den Ordner der Zieldateien, Protokolle und Exporte.", "Ergebnis"},
+       "Wählen Sie den Ordner der Zieldateien, Protokolle und Exporte.", "Ergebnis",
+       "12 Zeile(n) aus der Quelldatei gelesen\r\n0 Zeile(n) bei der Umwandlung übersprungen\r\n"
+       "3 Fehler beim Lesen der Quelldatei festgestellt\r\n0 Fehler beim Schreiben in die Zieldatei festgestellt",
+       "Die Datei a.ptp kann nicht geschrieben werden (voll), die Anwendung wird beendet"},
       {Langue::Italien, "File", "Controllare file di punti", "Controllare e convertire", "In una cartella",
-       "Scegliete la cartella delle destinazioni, dei giornali e delle esportazioni.", "Esito"},
+       "Scegliete la cartella delle destinazioni, dei giornali e delle esportazioni.", "Esito",
+       "12 riga/righe lette nel file sorgente\r\n0 riga/righe ignorata/e durante la conversione\r\n"
+       "3 errore/i rilevato/i durante la lettura del file sorgente\r\n"
+       "0 errore/i rilevato/i durante la scrittura nel file di destinazione",
+       "Il file a.ptp non può essere scritto (voll), l'applicazione verrà chiusa"},
   };
   struct Francais {
     ~Francais() { ChoisirLangue(Langue::Francais); }
@@ -184,6 +192,11 @@ TEST(Atelier, EnAllemandEtEnItalien) {
     EXPECT_EQ(b.boites.boites.at(0).texte, c.message);
     EXPECT_EQ(b.atelier.Table().Entete(1), c.issue);
     EXPECT_TRUE(fs::exists("sortie/a.ptp")) << CodeLangue(c.langue);
+    b.affichage.MontrerBilan({12, 0, 3, 0});
+    b.affichage.MontrerErreurFatale({"a.ptp", RaisonFatale::Ecriture, "voll"});
+    ASSERT_GE(b.boites.boites.size(), 3u);
+    EXPECT_EQ(b.boites.boites[b.boites.boites.size() - 2].texte, c.bilan);
+    EXPECT_EQ(b.boites.boites.back().texte, c.fatale);
   }
 }
 

@@ -51,7 +51,7 @@ void InitialiserTables(ReglagesExecution& reglages);
 // only exports): it shows nothing and keeps the fatal error.
 class AffichageRetenu : public Affichage {
  public:
-  void MontrerBilan(const std::array<std::string, 4>&) override {}
+  void MontrerBilan(const ComptesBilan&) override {}
   void MontrerErreurFatale(const ErreurFatale& erreur) override { erreur_ = erreur; }
   const ErreurFatale& Erreur() const { return erreur_; }
 

@@ -3,12 +3,19 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <string>
 #include <utility>
 
 namespace quillon {
 
 enum class RaisonFatale { Ouverture, Creation, Lecture, Ecriture };
+
+// A completed run's four counts, as its summary gives them: lines read,
+// lines skipped, reading errors, writing errors.
+struct ComptesBilan {
+  int64_t lues = 0, ignorees = 0, lecture = 0, ecriture = 0;
+};
 
 // A fatal error: the file, its path as the program holds it, and what could
 // not be done with it; and, when a library said why, its words
@@ -34,8 +41,9 @@ std::string MessageFatal(const ErreurFatale& erreur);
 class Affichage {
  public:
   virtual ~Affichage() = default;
-  // The four summary lines of a completed run, Windows-1252.
-  virtual void MontrerBilan(const std::array<std::string, 4>& lignes) = 0;
+  // A completed run's summary: each front end words it (the console as the
+  // log does, the windows in the user's language).
+  virtual void MontrerBilan(const ComptesBilan& comptes) = 0;
   // A fatal error; the run has ended with it.
   virtual void MontrerErreurFatale(const ErreurFatale& erreur) = 0;
 };

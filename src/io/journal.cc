@@ -89,9 +89,9 @@ void Journal::InitialiserLog() {
   echec_.reset();
 }
 
-std::array<std::string, 4> Journal::Bilan() const {
-  return TexteBilan(NumeroLigne(), NbLignesIgnorees, NbErreursLecture, NbErreursEcriture);
-}
+ComptesBilan Journal::Bilan() const { return {NumeroLigne(), NbLignesIgnorees, NbErreursLecture, NbErreursEcriture}; }
+
+std::array<std::string, 4> TexteBilan(const ComptesBilan& c) { return TexteBilan(c.lues, c.ignorees, c.lecture, c.ecriture); }
 
 std::array<std::string, 4> TexteBilan(int64_t lues, int64_t ignorees, int64_t lecture, int64_t ecriture) {
   static constexpr auto kIgnorees = Ansi(u8" ligne(s) ignorée(s) lors de la conversion");
@@ -111,9 +111,9 @@ std::array<std::string, 4> TexteBilan(int64_t lues, int64_t ignorees, int64_t le
 }
 
 void Journal::EcrireBilan(Affichage& affichage) {
-  const auto lignes = Bilan();
-  affichage.MontrerBilan(lignes);
-  for (const std::string& ligne : lignes) EcrireLog(false, false, false, false, {ligne});
+  const ComptesBilan comptes = Bilan();
+  affichage.MontrerBilan(comptes);
+  for (const std::string& ligne : TexteBilan(comptes)) EcrireLog(false, false, false, false, {ligne});
 }
 
 }  // namespace quillon

@@ -102,8 +102,8 @@ class Journal {
   // Shows the summary, then writes it into the log.
   void EcrireBilan(Affichage& affichage);
 
-  // The four summary lines.
-  std::array<std::string, 4> Bilan() const;
+  // The summary's four counts.
+  ComptesBilan Bilan() const;
   int64_t NumeroLigne() const { return compteur_ != nullptr ? *compteur_ - 1 : 0; }
 
   // A log that could not be created or written: the fatal error to show.
@@ -135,5 +135,6 @@ class Journal {
 // The four summary lines of these counts (Windows-1252), as a run shows
 // them and writes them at the end of its log.
 std::array<std::string, 4> TexteBilan(int64_t lues, int64_t ignorees, int64_t lecture, int64_t ecriture);
+std::array<std::string, 4> TexteBilan(const ComptesBilan& comptes);
 
 }  // namespace quillon

@@ -38,11 +38,11 @@ void MontrerRapport(Services& services, SystemeFichiers& systeme, Parent parent,
                     const std::string& html) {
   const char* echec = nullptr;
   if (!EcrireFichier(systeme, chemin, html)) {
-    echec = " ne peut pas être écrit";
+    echec = N_("Le rapport %s ne peut pas être écrit");
   } else if (!services.documents.Ouvrir(chemin)) {
-    echec = " ne peut pas être ouvert";
+    echec = N_("Le rapport %s ne peut pas être ouvert");
   }
-  if (echec != nullptr) services.messages.Message(parent, kTitreApplication, "Le rapport " + chemin + echec);
+  if (echec != nullptr) services.messages.Message(parent, kTitreApplication, Formater(echec, {chemin}));
 }
 
 void VoirRapportDuFichier(Services& services, SystemeFichiers& systeme, Parent parent, const FichierRapporte& f,
@@ -84,18 +84,20 @@ void ExporterFichier(Services& services, SystemeFichiers& systeme, Parent parent
   const std::vector<std::string> fichiers = FichiersExport(demande.formats.front(), demande.base);
   for (const std::string& nom : fichiers) {
     if (nom == f.source || nom == f.cible || nom == f.journal) {
-      services.messages.Message(parent, kTitreApplication,
-                                "Le fichier " + nom + " est la source, la cible ou le journal : rien n'est exporté");
+      services.messages.Message(
+          parent, kTitreApplication,
+          Formater("Le fichier %s est la source, la cible ou le journal : rien n'est exporté", {nom}));
       return;
     }
   }
   const BilanExport bilan = quillon::Exporter(demande);
   std::string texte;
   if (bilan.complet) {
-    texte = std::to_string(bilan.points) + " point(s) et " + std::to_string(bilan.rejets) +
-            " ligne(s) rejetée(s) exportés dans " + fichiers.front();
-    texte += bilan.epsg != 0 ? "\r\nSystème de coordonnées : EPSG:" + std::to_string(bilan.epsg)
-                             : "\r\nSystème de coordonnées inconnu : l'export n'en nomme aucun";
+    texte = Formater("%1$s point(s) et %2$s ligne(s) rejetée(s) exportés dans %3$s",
+                     {std::to_string(bilan.points), std::to_string(bilan.rejets), fichiers.front()});
+    texte += "\r\n";
+    texte += bilan.epsg != 0 ? Formater("Système de coordonnées : EPSG:%s", {std::to_string(bilan.epsg)})
+                             : std::string(Traduire("Système de coordonnées inconnu : l'export n'en nomme aucun"));
   } else {
     texte = Cp1252VersUtf8(CauseFatale(bilan.erreur));
   }

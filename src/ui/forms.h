@@ -3,9 +3,12 @@
 // (1/1440 inch). Texts are UTF-8.
 #pragma once
 
+#include <array>
 #include <span>
+#include <string>
 #include <string_view>
 
+#include "io/display.h"
 #include "io/translation.h"
 
 namespace quillon {
@@ -128,6 +131,12 @@ struct Regle {
   int gaucheGris, gaucheBlanc, fin, hautGris, hautBlanc;
 };
 inline constexpr Regle kRegleAPropos = {90, 105, 5654, 2445, 2460};
+
+// A run's summary as the windows word it, in the chosen language (UTF-8):
+// its four lines; and a fatal error's message.
+std::array<std::string, 4> LignesBilan(const ComptesBilan& comptes);
+std::string TexteBilanFenetre(const ComptesBilan& comptes);  // lines joined by "\r\n"
+std::string MessageFatalFenetre(const ErreurFatale& erreur);
 
 inline constexpr std::string_view kMessageSysInfoIndisponible = "System Information Is Unavailable At This Time";
 

@@ -6,6 +6,7 @@
 #include "io/encoding.h"
 #include "io/journal.h"
 #include "ui/file_actions.h"
+#include "ui/forms.h"
 #include "version.h"
 
 namespace quillon {
@@ -60,8 +61,9 @@ class Mise {
   std::vector<Page> Finir(const std::string& nom) {
     const std::string total = std::to_string(pages_.size());
     for (std::size_t k = 0; k < pages_.size(); ++k) {
-      pages_[k].textes.push_back({0, hauteur_ - 1, std::string(kTitreApplication) + " — " + nom + " — page " +
-                                                       std::to_string(k + 1) + " / " + total,
+      pages_[k].textes.push_back({0, hauteur_ - 1,
+                                  Formater("%1$s — %2$s — page %3$s / %4$s",
+                                           {kTitreApplication, nom, std::to_string(k + 1), total}),
                                   7, false, {0x60, 0x60, 0x60}});
     }
     return std::move(pages_);
@@ -75,11 +77,12 @@ class Mise {
 std::string Verdict(const LigneFichier& ligne, const FichierMontre& montre, Rgb& couleur) {
   if (ligne.issue == lot::Issue::Echec) {
     couleur = kRouge;
-    return "Échec : " + ligne.raison;
+    return Formater("Échec : %s", {ligne.raison});
   }
   const int64_t rejetees = montre.Verifications().nombres[std::size_t(IssueLigne::Rejetee)];
   couleur = rejetees == 0 ? kVert : kRouge;
-  return rejetees == 0 ? std::string("Aucune ligne rejetée") : std::to_string(rejetees) + " ligne(s) rejetée(s)";
+  return rejetees == 0 ? std::string(Traduire("Aucune ligne rejetée"))
+                       : Formater("%s ligne(s) rejetée(s)", {std::to_string(rejetees)});
 }
 
 // The window's view made for the picture's pixels: the same centre, and
@@ -97,12 +100,12 @@ VueCarte VuePapier(const VueCarte& fenetre, const PlanCarte& plan, double largeu
   return v;
 }
 
-void Liste(Mise& mise, const char* titre, const std::vector<EntreeListe>& entrees) {
+void Liste(Mise& mise, std::string_view titre, const std::vector<EntreeListe>& entrees) {
   if (mise.Reste() < 20) mise.NouvellePage();
   mise.Avancer(2);
-  mise.Texte(std::string(titre) + " (" + std::to_string(entrees.size()) + ")", 11, true);
+  mise.Texte(std::string(Traduire(titre)) + " (" + std::to_string(entrees.size()) + ")", 11, true);
   mise.Avancer(1);
-  if (entrees.empty()) mise.Texte("Aucune", 8.5, false, kNoir, 3);
+  if (entrees.empty()) mise.Texte(Traduire("Aucune"), 8.5, false, kNoir, 3);
   for (const EntreeListe& e : entrees) mise.Texte(e.texte, 8.5, false, kNoir, 3);
 }
 
@@ -137,13 +140,14 @@ std::vector<Page> MettreEnPages(const LigneFichier& ligne, const FichierMontre& 
   Rgb couleur;
   const std::string verdict = Verdict(ligne, montre, couleur);
   mise.Texte(verdict, 12, true, couleur);
-  for (const std::string& l : TexteBilan(ligne.comptes[0], ligne.comptes[1], ligne.comptes[2], ligne.comptes[3])) {
-    mise.Texte(Cp1252VersUtf8(l), 9.5);
+  for (const std::string& l : LignesBilan({ligne.comptes[0], ligne.comptes[1], ligne.comptes[2], ligne.comptes[3]})) {
+    mise.Texte(l, 9.5);
   }
   const Controles& c = montre.Verifications();
-  mise.Texte(std::to_string(c.doublons.size()) + " point(s) en double, " + std::to_string(c.proches.size()) +
-                 (c.prochesTronques ? "+" : "") + " paire(s) de points proches, " +
-                 std::to_string(c.eloignes.size()) + " point(s) éloigné(s)",
+  mise.Texte(Formater("%1$s point(s) en double, %2$s paire(s) de points proches, %3$s point(s) éloigné(s)",
+                      {std::to_string(c.doublons.size()),
+                       std::to_string(c.proches.size()) + (c.prochesTronques ? "+" : ""),
+                       std::to_string(c.eloignes.size())}),
              9.5);
   mise.Trait();
 
@@ -156,8 +160,8 @@ std::vector<Page> MettreEnPages(const LigneFichier& ligne, const FichierMontre& 
       mise.Trait();
     }
   }
-  Liste(mise, "Lignes rejetées", montre.Rejets());
-  Liste(mise, "Contrôles", montre.Constats());
+  Liste(mise, kTitreRejets, montre.Rejets());
+  Liste(mise, kTitreConstats, montre.Constats());
   return mise.Finir(NomSeul(ligne.source));
 }
 

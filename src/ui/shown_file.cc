@@ -5,6 +5,7 @@
 
 #include "conversion/run_settings.h"
 #include "io/encoding.h"
+#include "io/translation.h"
 
 namespace quillon {
 namespace {
@@ -65,29 +66,34 @@ void FichierMontre::Lister() {
     for (std::size_t m = c.Lignes()[i].premierMessage; m < c.FinMessages(i); ++m) {
       texte += (texte.empty() ? "" : " ; ") + Cp1252VersUtf8(c.TexteMessage(c.Messages()[m]));
     }
-    rejets_.push_back({uint32_t(i), "ligne " + Numero(uint32_t(i)) + " — " + TexteIdentite(c, uint32_t(i)) + " — " + texte});
+    rejets_.push_back({uint32_t(i), Formater("ligne %1$s — %2$s — %3$s",
+                                             {Numero(uint32_t(i)), TexteIdentite(c, uint32_t(i)), texte})});
   }
   for (const Doublon& d : controles_.doublons) {
     if (constats_.size() >= kEntreesMax) break;
     const uint32_t premiere = controles_.membresDoublons[d.debut];
-    std::string texte = "en double : " + TexteIdentite(c, premiere) + ", lignes";
-    for (uint32_t k = 0; k < d.nombre && k < 10; ++k) texte += " " + Numero(controles_.membresDoublons[d.debut + k]);
-    constats_.push_back({premiere, texte});
+    std::string lignes;
+    for (uint32_t k = 0; k < d.nombre && k < 10; ++k) {
+      if (k > 0) lignes += ' ';
+      lignes += Numero(controles_.membresDoublons[d.debut + k]);
+    }
+    constats_.push_back({premiere, Formater("en double : %1$s, lignes %2$s", {TexteIdentite(c, premiere), lignes})});
   }
   for (std::size_t k = 0; k < controles_.proches.size() && constats_.size() < kEntreesMax; ++k) {
     const PointsProches& p = controles_.proches[k];
-    constats_.push_back({p.a, "proches : lignes " + Numero(p.a) + " et " + Numero(p.b) + ", " + Distance(p.distance)});
+    constats_.push_back(
+        {p.a, Formater("proches : lignes %1$s et %2$s, %3$s", {Numero(p.a), Numero(p.b), Distance(p.distance)})});
   }
   for (std::size_t k = 0; k < controles_.eloignes.size() && constats_.size() < kEntreesMax; ++k) {
     const uint32_t l = controles_.eloignes[k];
-    constats_.push_back({l, "éloigné : ligne " + Numero(l) + " — " + TexteIdentite(c, l)});
+    constats_.push_back({l, Formater("éloigné : ligne %1$s — %2$s", {Numero(l), TexteIdentite(c, l)})});
   }
 }
 
 std::string FichierMontre::TexteDeLaLigne(uint32_t ligne) const {
   const Collecte& c = collecte_->Lignes();
   if (ligne >= c.Lignes().size()) return {};
-  std::string texte = "ligne " + Numero(ligne) + " — " + TexteIdentite(c, ligne);
+  std::string texte = Formater("ligne %1$s — %2$s", {Numero(ligne), TexteIdentite(c, ligne)});
   for (std::size_t m = c.Lignes()[ligne].premierMessage; m < c.FinMessages(ligne); ++m) {
     texte += "\n" + Cp1252VersUtf8(c.TexteMessage(c.Messages()[m]));
   }

@@ -18,12 +18,6 @@
 namespace quillon {
 namespace {
 
-std::string TexteBilan(const std::array<std::string, 4>& lignes) {
-  std::string texte = lignes[0];
-  for (std::size_t i = 1; i < lignes.size(); ++i) texte += "\r\n" + lignes[i];
-  return Cp1252VersUtf8(texte);
-}
-
 // The words of the options that the conversion takes.
 // A run's summary box with the report's button, over the windows' own
 // display, which still shows the fatal errors.
@@ -42,35 +36,36 @@ class AffichageAvecRapport : public Affichage {
 
   // The box comes back after each of its other buttons, until OK: the
   // user may look at the report, then export.
-  void MontrerBilan(const std::array<std::string, 4>& lignes) override {
+  void MontrerBilan(const ComptesBilan& comptes) override {
     const std::vector<std::string> boutons = {std::string(Traduire(kBoutonRapport)), std::string(Traduire(kBoutonExporter))};
     for (;;) {
-      const int choix = services_.messages.MessageAvecBoutons(parent_, kTitreApplication, TexteBilan(lignes), boutons);
-      if (choix == 1) VoirRapport(lignes);
-      else if (choix == 2) Exporter(lignes);
+      const int choix =
+          services_.messages.MessageAvecBoutons(parent_, kTitreApplication, TexteBilanFenetre(comptes), boutons);
+      if (choix == 1) VoirRapport(comptes);
+      else if (choix == 2) Exporter(comptes);
       else break;
     }
   }
   void MontrerErreurFatale(const ErreurFatale& erreur) override { fenetre_.MontrerErreurFatale(erreur); }
 
  private:
-  FichierRapporte Fichier(const std::array<std::string, 4>& lignes) const {
+  FichierRapporte Fichier(const ComptesBilan& comptes) const {
     FichierRapporte f;
     f.source = reglages_.FichierSource.Nom;
     f.cible = reglages_.FichierCible.Nom;
     f.journal = reglages_.journal.FichierLog.Nom;
     f.conversion = conversion_;
     f.options = options_;
-    f.bilan = lignes;
+    f.bilan = TexteBilan(comptes);
     f.rejets = reglages_.journal.NbErreursLecture + reglages_.journal.NbErreursEcriture != 0;
     return f;
   }
-  void VoirRapport(const std::array<std::string, 4>& lignes) {
-    VoirRapportDuFichier(services_, *reglages_.systeme, parent_, Fichier(lignes), collecte_,
+  void VoirRapport(const ComptesBilan& comptes) {
+    VoirRapportDuFichier(services_, *reglages_.systeme, parent_, Fichier(comptes), collecte_,
                          Controler(collecte_, kToleranceDefaut));
   }
-  void Exporter(const std::array<std::string, 4>& lignes) {
-    ExporterFichier(services_, *reglages_.systeme, parent_, Fichier(lignes));
+  void Exporter(const ComptesBilan& comptes) {
+    ExporterFichier(services_, *reglages_.systeme, parent_, Fichier(comptes));
   }
 
   Affichage& fenetre_;
@@ -240,7 +235,7 @@ void LogiqueQuillon::mnuComparer_Click() {
   for (const std::string& nom : {ancien->nom, nouveau->nom}) {
     if (!SortePourChemin(nom)) {
       services_.messages.Message(parent, kTitreApplication,
-                                 "Le fichier " + nom + " n'est pas un fichier .ptv, .ptp ou .pts");
+                                 Formater("Le fichier %s n'est pas un fichier .ptv, .ptp ou .pts", {nom}));
       return;
     }
   }
@@ -283,12 +278,12 @@ void StartSysInfo(Registre& registre, Programmes& programmes, BoitesMessages& me
 
 // --- Summaries and fatal errors ------------------------------------------------
 
-void AffichageFenetre::MontrerBilan(const std::array<std::string, 4>& lignes) {
-  messages_.Message(parent_, kTitreApplication, TexteBilan(lignes));
+void AffichageFenetre::MontrerBilan(const ComptesBilan& comptes) {
+  messages_.Message(parent_, kTitreApplication, TexteBilanFenetre(comptes));
 }
 
 void AffichageFenetre::MontrerErreurFatale(const ErreurFatale& erreur) {
-  messages_.ErreurFatale(parent_, Cp1252VersUtf8(MessageFatal(erreur)));
+  messages_.ErreurFatale(parent_, MessageFatalFenetre(erreur));
 }
 
 }  // namespace quillon

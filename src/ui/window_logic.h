@@ -164,7 +164,7 @@ class AffichageFenetre : public Affichage {
   void DefinirParent(Parent parent) { parent_ = parent; }
 
   // The four lines joined by "\r\n", captioned with the application's title.
-  void MontrerBilan(const std::array<std::string, 4>& lignes) override;
+  void MontrerBilan(const ComptesBilan& comptes) override;
   // "Erreur fatale" with the error icon; whoever started the run then ends
   // the program.
   void MontrerErreurFatale(const ErreurFatale& erreur) override;

@@ -80,8 +80,9 @@ void Resultat(LigneFichier& l, const lot::ResultatFichier& r) {
 }  // namespace
 
 std::string Avancement::Texte() const {
-  return Milliers(static_cast<int64_t>(faits)) + " / " + Milliers(static_cast<int64_t>(total)) + " fichiers — " +
-         Milliers(std::llround(lignesParSeconde)) + " lignes/s";
+  return Formater("%1$s / %2$s fichiers — %3$s lignes/s",
+                  {Milliers(static_cast<int64_t>(faits)), Milliers(static_cast<int64_t>(total)),
+                   Milliers(std::llround(lignesParSeconde))});
 }
 
 Atelier::Atelier(ReglagesExecution& reglages, Services& services, VueAtelier& vue)
@@ -99,7 +100,7 @@ Atelier::~Atelier() {
 void Atelier::Deposer(const std::vector<std::string>& chemins) {
   if (lot_.EnCours()) {
     services_.messages.Message(vueAtelier_.Fenetre(), kTitreApplication,
-                               "Un contrôle est en cours : attendez sa fin ou arrêtez-le avant d'en lancer un autre.");
+                               Traduire("Un contrôle est en cours : attendez sa fin ou arrêtez-le avant d'en lancer un autre."));
     return;
   }
   std::vector<std::string> sources;
@@ -108,9 +109,9 @@ void Atelier::Deposer(const std::vector<std::string>& chemins) {
       case Sorte::Dossier:
       case Sorte::Points: sources.push_back(chemin); break;
       case Sorte::Autre:
-        table_.Ajouter(LigneNonTraitee(chemin, "n'est pas un fichier de points (.ptv, .ptp ou .pts)"));
+        table_.Ajouter(LigneNonTraitee(chemin, Traduire("n'est pas un fichier de points (.ptv, .ptp ou .pts)")));
         break;
-      case Sorte::Absent: table_.Ajouter(LigneNonTraitee(chemin, "introuvable")); break;
+      case Sorte::Absent: table_.Ajouter(LigneNonTraitee(chemin, Traduire("introuvable"))); break;
     }
   }
   vueAtelier_.Rafraichir(kPartieTable);
@@ -131,7 +132,7 @@ void Atelier::Lancer(const std::vector<std::string>& sources) {
     if (SorteDe(source) != Sorte::Dossier) continue;
     const bool vide = std::none_of(liste.fichiers.begin(), liste.fichiers.end(),
                                    [&](const lot::FichierLot& f) { return SousLeDossier(f.source, source); });
-    if (vide) table_.Ajouter(LigneNonTraitee(source, "aucun fichier de points (.ptv, .ptp ou .pts)"));
+    if (vide) table_.Ajouter(LigneNonTraitee(source, Traduire("aucun fichier de points (.ptv, .ptp ou .pts)")));
   }
   fichiersLot_ = std::move(liste.fichiers);
   lignesLot_.clear();
@@ -208,7 +209,7 @@ void Atelier::btnAnnuler_Click() { lot_.Annuler(); }
 bool Atelier::PeutFermer() {
   if (lot_.EnCours()) {
     if (!services_.messages.Question(vueAtelier_.Fenetre(), kTitreApplication,
-                                     "Un contrôle est en cours. L'arrêter et quitter ?")) {
+                                     Traduire("Un contrôle est en cours. L'arrêter et quitter ?"))) {
       return false;
     }
     lot_.Annuler();
@@ -258,7 +259,7 @@ void Atelier::Lire(std::size_t index) {
     vueAtelier_.Rafraichir(kPartieFichier | kPartieActions);
     return;
   }
-  messageFichier_ = "Lecture de " + ligne.source + "…";
+  messageFichier_ = Formater("Lecture de %s…", {ligne.source});
   vueAtelier_.Rafraichir(kPartieFichier | kPartieActions);
   lecteur_ = std::thread([this, numero, ligne] {
     const std::atomic<bool> arret{false};
@@ -400,7 +401,7 @@ void Atelier::btnOuvrirDossier_Click() {
   const std::string dossier = lot::TexteChemin(lot::CheminNatif(fichier).parent_path());
   if (!services_.documents.OuvrirDossier(dossier.empty() ? std::string(".") : dossier)) {
     services_.messages.Message(vueAtelier_.Fenetre(), kTitreApplication,
-                               "Le dossier " + dossier + " ne peut pas être ouvert");
+                               Formater("Le dossier %s ne peut pas être ouvert", {dossier}));
   }
 }
 

@@ -149,7 +149,7 @@ ResultatFichier ConvertirFichier(const FichierLot& fichier, const OptionsLot& op
       entete.journal = fichier.log;
       entete.conversion = NomConversion(fichier.conversion);
       entete.options = TexteOptions(fichier.conversion, conversion, options.verification);
-      entete.bilan = journal.Bilan();
+      entete.bilan = TexteBilan(journal.Bilan());
       entete.verdict = !complete                                                   ? Verdict::Echec
                        : r.erreursLecture + r.erreursEcriture != 0 ? Verdict::Rejets
                                                                    : Verdict::SansRejet;

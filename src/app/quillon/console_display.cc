@@ -1,11 +1,12 @@
 #include "app/quillon/console_display.h"
 
 #include "io/console.h"
+#include "io/journal.h"
 
 namespace quillon {
 
-void AffichageConsole::MontrerBilan(const std::array<std::string, 4>& lignes) {
-  for (const std::string& ligne : lignes) EcrireConsole(ligne + "\r\n");
+void AffichageConsole::MontrerBilan(const ComptesBilan& comptes) {
+  for (const std::string& ligne : TexteBilan(comptes)) EcrireConsole(ligne + "\r\n");
 }
 
 void AffichageConsole::MontrerErreurFatale(const ErreurFatale& erreur) {

@@ -11,7 +11,7 @@ namespace quillon {
 
 class AffichageConsole : public Affichage {
  public:
-  void MontrerBilan(const std::array<std::string, 4>& lignes) override;
+  void MontrerBilan(const ComptesBilan& comptes) override;
   void MontrerErreurFatale(const ErreurFatale& erreur) override;
 };
 
