@@ -95,6 +95,12 @@ void CALLBACK Pret(HWND, UINT, UINT_PTR id, DWORD) {
   std::fflush(stdout);
 }
 
+// Choices that last while the picture is taken: the user's are left alone.
+struct PreferencesDApercu : quillon::Preferences {
+  std::string Lire(const std::string&) override { return {}; }
+  void Ecrire(const std::string&, const std::string&) override {}
+};
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -104,7 +110,11 @@ int main(int argc, char** argv) {
   quillon::win32::FinProgrammeWin32 fin;
   quillon::win32::ProgrammesWin32 programmes;
   quillon::win32::DocumentsWin32 documents;
-  quillon::Services services{dialogues, messages, fin, quillon::RegistreSysteme(), programmes, documents};
+  PreferencesDApercu preferences;
+  quillon::Services services{dialogues, messages, fin, quillon::RegistreSysteme(), programmes, documents,
+                             preferences};
+  // In the user's interface language (under wine: LANG=de_CH.UTF-8).
+  quillon::ChoisirLangue(quillon::LangueDuSysteme());
   quillon::ReglagesExecution reglages;
   quillon::InitialiserTables(reglages);
   quillon::win32::FenetreQuillonWin32 fenetre(reglages, services);

@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QPushButton>
 #include <QTimer>
+#include <QTranslator>
 
 #include "conversion/run_settings.h"
 #include "ui/qt/about_box.h"
@@ -19,9 +20,16 @@
 #include "ui/qt/batch_dialog_qt.h"
 #include "ui/qt/main_window.h"
 #include "ui/qt/option_dialogs.h"
+#include "ui/qt/qt_language.h"
 #include "ui/registry.h"
 #include "ui/qt/seams_qt.h"
 #include "ui/window_logic.h"
+
+// Choices that last while the picture is taken: the user's are left alone.
+struct PreferencesDApercu : quillon::Preferences {
+  std::string Lire(const std::string&) override { return {}; }
+  void Ecrire(const std::string&, const std::string&) override {}
+};
 
 int main(int argc, char** argv) {
   const char* nom = argc > 1 ? argv[1] : "";
@@ -29,13 +37,19 @@ int main(int argc, char** argv) {
   if (std::strcmp(nom, "icone") == 0 && argc > 2) return quillon::IconeApplication().save(argv[2], "PNG") ? 0 : 1;
   quillon::ReglagesExecution reglages;
   quillon::InitialiserTables(reglages);
+  // In the user's language (LANGUAGE=de for a German picture).
+  quillon::ChoisirLangue(quillon::LangueDuSysteme());
+  QTranslator traductionQt;
+  quillon::InstallerTraductionQt(traductionQt, quillon::LangueChoisie());
 
   quillon::DialoguesFichiersQt dialogues;
   quillon::BoitesMessagesQt messages;
   quillon::FinProgrammeQt fin;
   quillon::ProgrammesQt programmes;
   quillon::DocumentsQt documents;
-  quillon::Services services{dialogues, messages, fin, quillon::RegistreSysteme(), programmes, documents};
+  PreferencesDApercu preferences;
+  quillon::Services services{dialogues, messages, fin, quillon::RegistreSysteme(), programmes, documents,
+                             preferences};
   quillon::AffichageFenetre affichage(messages);
   reglages.affichage = &affichage;
   quillon::frmQuillon fenetre(reglages, services);

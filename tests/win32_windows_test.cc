@@ -35,6 +35,10 @@ struct PiloteWin32 : Pilote {
   void Menu(Commande commande) override {
     ::SendMessageW(fenetre.Handle(), WM_COMMAND, MAKEWPARAM(win32::IdCommande(commande), 0), 0);
   }
+  bool Coche(Commande commande) override {
+    const UINT etat = ::GetMenuState(::GetMenu(fenetre.Handle()), win32::IdCommande(commande), MF_BYCOMMAND);
+    return etat != static_cast<UINT>(-1) && (etat & MF_CHECKED) != 0;
+  }
   bool Actif(Commande commande) override {
     const UINT etat = ::GetMenuState(::GetMenu(fenetre.Handle()), win32::IdCommande(commande), MF_BYCOMMAND);
     return etat != static_cast<UINT>(-1) && (etat & (MF_GRAYED | MF_DISABLED)) == 0;

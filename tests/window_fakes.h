@@ -124,6 +124,12 @@ struct FauxProgrammes : Programmes {
 };
 
 // Documents go into the current folder; each opened is kept.
+struct FaussesPreferences : Preferences {
+  std::map<std::string, std::string> valeurs;
+  std::string Lire(const std::string& cle) override { return valeurs.contains(cle) ? valeurs.at(cle) : ""; }
+  void Ecrire(const std::string& cle, const std::string& valeur) override { valeurs[cle] = valeur; }
+};
+
 struct FauxDocuments : Documents {
   std::vector<std::string> ouverts;
   std::string DossierTemporaire() override { return ""; }
@@ -146,7 +152,8 @@ struct FauxServices {
   FauxRegistre registre;
   FauxProgrammes programmes;
   FauxDocuments documents;
-  Services services{dialogues, boites, fin, registre, programmes, documents};
+  FaussesPreferences preferences;
+  Services services{dialogues, boites, fin, registre, programmes, documents, preferences};
 };
 
 // A folder of its own that is the current folder while it lives: the paths
@@ -177,6 +184,7 @@ struct Pilote : FauxServices {
   // The menu entry clicked; a disabled one takes nothing.
   virtual void Menu(Commande commande) = 0;
   virtual bool Actif(Commande commande) = 0;
+  virtual bool Coche(Commande commande) = 0;
   virtual bool Visible(const std::string& forme) = 0;
   // The caption of the window, or the text of one of its controls.
   virtual std::string Texte(const std::string& forme, const std::string& controle = "") = 0;

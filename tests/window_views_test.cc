@@ -40,6 +40,24 @@ TEST(Fenetres, MenusSuiventLaLogiqueEtQuitterTermine) {
 
 // Each entry of each list reaches the logic; the buttons only hide the
 // dialog, which keeps its choices; the title bar unloads it; no key closes it.
+// ? > Langue: the entry chosen is checked and kept; the box says, in the
+// language chosen, that it applies at the next start; the windows stay in
+// French until then.
+TEST(Fenetres, MenuLangue) {
+  const auto p = NouveauPilote();
+  EXPECT_TRUE(p->Coche(Commande::LangueSysteme));
+  p->Menu(Commande::LangueAllemand);
+  EXPECT_TRUE(p->Coche(Commande::LangueAllemand) && !p->Coche(Commande::LangueSysteme));
+  EXPECT_EQ(p->preferences.Lire("langue"), "de");
+  ASSERT_FALSE(p->boites.boites.empty());
+  EXPECT_EQ(p->boites.boites.back().texte, "Die gewählte Sprache gilt ab dem nächsten Start von Quillon.");
+  p->Menu(Commande::LangueFrancais);
+  EXPECT_EQ(p->preferences.Lire("langue"), "fr");
+  EXPECT_EQ(p->boites.boites.size(), 1u) << "French is the language shown";
+  EXPECT_EQ(LangueAuDemarrage(p->preferences), Langue::Francais);
+  EXPECT_EQ(p->Texte("frmQuillon"), kTitreQuillon);
+}
+
 TEST(Fenetres, DialoguesOptions) {
   for (const Formulaire* forme : {&FormulaireValPrecFiab(), &FormulaireDCVal()}) {
     const std::string f(forme->nom);

@@ -29,6 +29,11 @@ constexpr EntreeMenu kMenus[] = {
     {"mnuQuitter", N_("Quitter"), 1, true, Commande::Quitter},
     {"Aide", "?", 0, true, Commande::Aucune},
     {"mnuAPropos", N_("A Propos de..."), 1, true, Commande::APropos},
+    {"mnuLangue", N_("Langue"), 1, true, Commande::Aucune},
+    {"mnuLangueSysteme", N_("Celle du système"), 2, true, Commande::LangueSysteme},
+    {"mnuFrancais", "Français", 2, true, Commande::LangueFrancais},
+    {"mnuDeutsch", "Deutsch", 2, true, Commande::LangueAllemand},
+    {"mnuItaliano", "Italiano", 2, true, Commande::LangueItalien},
 };
 
 constexpr std::string_view kTexteTheme = N_("Thème pour Points de situation:");

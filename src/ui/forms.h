@@ -32,11 +32,17 @@ enum class Commande {
   Comparer,
   ControlerFichiers,
   ControlerDossier,
+  LangueSysteme,
+  LangueFrancais,
+  LangueAllemand,
+  LangueItalien,
 };
 
 // One entry of the menu bar, in display order: a top-level menu (niveau 0),
-// an entry under the last one (niveau 1), or a separator (texte "-"). No
-// caption has an access key, no entry a shortcut.
+// an entry under the last one (niveau 1), or a separator (texte "-"); an
+// entry of niveau 1 without a command opens a submenu of the entries of
+// niveau 2 that follow it (the languages: one of them checked). No caption
+// has an access key, no entry a shortcut.
 struct EntreeMenu {
   std::string_view nom;
   std::string_view texte;

@@ -92,6 +92,17 @@ class Documents {
   virtual bool OuvrirDossier(const std::string& chemin) = 0;
 };
 
+// The user's own choices, kept from one start to the next: under
+// HKEY_CURRENT_USER on Windows, in the user's configuration folder
+// elsewhere. Keys and values are UTF-8.
+class Preferences {
+ public:
+  virtual ~Preferences() = default;
+  // Empty when the choice was never made.
+  virtual std::string Lire(const std::string& cle) = 0;
+  virtual void Ecrire(const std::string& cle, const std::string& valeur) = 0;
+};
+
 // Everything the windows reach the platform through.
 struct Services {
   DialoguesFichiers& dialogues;
@@ -100,6 +111,7 @@ struct Services {
   Registre& registre;
   Programmes& programmes;
   Documents& documents;
+  Preferences& preferences;
 };
 
 }  // namespace quillon

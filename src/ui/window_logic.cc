@@ -164,6 +164,10 @@ void LogiqueQuillon::Commander(Commande commande) {
     case Commande::Comparer: mnuComparer_Click(); break;
     case Commande::ControlerFichiers: atelier_.mnuControlerFichiers_Click(); break;
     case Commande::ControlerDossier: atelier_.mnuControlerDossier_Click(); break;
+    case Commande::LangueSysteme:
+    case Commande::LangueFrancais:
+    case Commande::LangueAllemand:
+    case Commande::LangueItalien: mnuLangue_Click(commande); break;
     case Commande::Aucune:
     case Commande::MettreEnPage:
     case Commande::Imprimer: break;
@@ -274,6 +278,44 @@ void StartSysInfo(Registre& registre, Programmes& programmes, BoitesMessages& me
     if (programmes.FichierExiste(chemin) && programmes.Demarrer(chemin)) return;
   }
   messages.Message(parent, kTitreApplication, std::string(kMessageSysInfoIndisponible));
+}
+
+// --- The language ------------------------------------------------------------
+
+namespace {
+
+constexpr std::pair<Commande, std::string_view> kLangues[] = {
+    {Commande::LangueSysteme, ""}, {Commande::LangueFrancais, "fr"},
+    {Commande::LangueAllemand, "de"}, {Commande::LangueItalien, "it"}};
+
+}  // namespace
+
+Langue LangueAuDemarrage(Preferences& preferences) {
+  return LangueDuCode(preferences.Lire(std::string(kCleLangue))).value_or(LangueDuSysteme());
+}
+
+Commande CommandeLangue(Preferences& preferences) {
+  const std::string code = preferences.Lire(std::string(kCleLangue));
+  for (const auto& [commande, c] : kLangues) {
+    if (c == code) return commande;
+  }
+  return Commande::LangueSysteme;
+}
+
+// The choice is kept; the windows take it at the next start, which the box
+// says in the language chosen. Nothing is said when the language stays.
+void LogiqueQuillon::mnuLangue_Click(Commande commande) {
+  std::string_view code;
+  for (const auto& [c, k] : kLangues) {
+    if (c == commande) code = k;
+  }
+  services_.preferences.Ecrire(std::string(kCleLangue), std::string(code));
+  const Langue avant = LangueChoisie(), apres = LangueAuDemarrage(services_.preferences);
+  if (apres == avant) return;
+  ChoisirLangue(apres);
+  const std::string texte = Traduire("La langue choisie s'appliquera au prochain démarrage de Quillon.");
+  ChoisirLangue(avant);
+  services_.messages.Message(vue_.Fenetre(), kTitreApplication, texte);
 }
 
 // --- Summaries and fatal errors ------------------------------------------------

@@ -99,6 +99,13 @@ class VueQuillon : public VueAtelier {
   virtual void MontrerAPropos() = 0;
 };
 
+// The language of the windows: the one chosen in ? > Langue, kept in the
+// preferences under kCleLangue ("fr", "de", "it"; empty: the system's);
+// and the entry of that menu to check.
+inline constexpr std::string_view kCleLangue = "langue";
+Langue LangueAuDemarrage(Preferences& preferences);
+Commande CommandeLangue(Preferences& preferences);
+
 // The main window frmQuillon: the user picks a source and a target through
 // the standard open and save dialogs, and the window starts the conversion
 // that the kinds of the two files call for, directly for a precision source,
@@ -119,6 +126,8 @@ class LogiqueQuillon {
   void mnuEnregistrerSous_Click();
   void mnuQuitter_Click();
   void mnuAPropos_Click();
+  // One of the languages' entries: the choice kept for the next start.
+  void mnuLangue_Click(Commande commande);
   // The window closed from its title bar ends the program as Quitter does,
   // so that no hidden dialog keeps it running. During a batch, both ask
   // first, then stop it cleanly: false when the window is to stay.

@@ -41,6 +41,7 @@ struct PiloteQt : Pilote {
   LogiqueQuillon& Logique() override { return fenetre.Logique(); }
   void Menu(Commande commande) override { Entree(commande)->trigger(); }
   bool Actif(Commande commande) override { return Entree(commande)->isEnabled(); }
+  bool Coche(Commande commande) override { return Entree(commande)->isChecked(); }
   bool Visible(const std::string& forme) override { return Forme(forme) != nullptr && Forme(forme)->isVisible(); }
   std::string Texte(const std::string& forme, const std::string& controle) override {
     QWidget* w = controle.empty() ? Forme(forme) : Controle(forme, controle);

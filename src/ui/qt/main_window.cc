@@ -1,6 +1,7 @@
 #include "ui/qt/main_window.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -45,16 +46,26 @@ frmQuillon::frmQuillon(ReglagesExecution& reglages, Services& services, QWidget*
   setWindowTitle(TexteQt(Traduire(kTitreQuillon)));
   setWindowIcon(QIcon(IconeApplication()));
 
-  QMenu* menu = nullptr;
+  QMenu *menu = nullptr, *sousMenu = nullptr;
+  auto* langues = new QActionGroup(this);
+  const Commande langue = CommandeLangue(services.preferences);
   for (const EntreeMenu& entree : MenusQuillon()) {
     if (entree.niveau == 0) {
       menu = menuBar()->addMenu(TexteQt(entree.texte));
       menu->setObjectName(TexteQt(entree.nom));
     } else if (entree.texte == "-") {
       menu->addSeparator()->setObjectName(TexteQt(entree.nom));
+    } else if (entree.niveau == 1 && entree.commande == Commande::Aucune) {
+      sousMenu = menu->addMenu(TexteQt(entree.texte));
+      sousMenu->setObjectName(TexteQt(entree.nom));
     } else {
       // No access key, no shortcut, and kept where it is on every platform.
-      QAction* action = menu->addAction(TexteQt(entree.texte));
+      QAction* action = (entree.niveau == 2 ? sousMenu : menu)->addAction(TexteQt(entree.texte));
+      if (entree.niveau == 2) {  // the languages: one checked
+        action->setCheckable(true);
+        action->setChecked(entree.commande == langue);
+        langues->addAction(action);
+      }
       action->setObjectName(TexteQt(entree.nom));
       action->setMenuRole(QAction::NoRole);
       action->setEnabled(entree.actifAuDepart);

@@ -12,6 +12,7 @@
 #include <QMessageBox>
 #include <QProcess>
 #include <QPushButton>
+#include <QSettings>
 #include <QUrl>
 #include <QWidget>
 
@@ -161,5 +162,18 @@ bool DocumentsQt::Ouvrir(const std::string& chemin) {
 }
 
 bool DocumentsQt::OuvrirDossier(const std::string& chemin) { return Ouvrir(chemin); }
+
+std::string PreferencesQt::Lire(const std::string& cle) {
+  return QSettings(QStringLiteral("Quillon"), QStringLiteral("Quillon"))
+      .value(QString::fromStdString(cle))
+      .toString()
+      .toStdString();
+}
+
+void PreferencesQt::Ecrire(const std::string& cle, const std::string& valeur) {
+  QSettings reglages(QStringLiteral("Quillon"), QStringLiteral("Quillon"));
+  reglages.setValue(QString::fromStdString(cle), QString::fromStdString(valeur));
+  reglages.sync();
+}
 
 }  // namespace quillon

@@ -43,6 +43,13 @@ class ProgrammesQt : public Programmes {
   bool Demarrer(const std::string& chemin) override;
 };
 
+// QSettings: ~/.config/Quillon/Quillon.conf on Linux.
+class PreferencesQt : public Preferences {
+ public:
+  std::string Lire(const std::string& cle) override;
+  void Ecrire(const std::string& cle, const std::string& valeur) override;
+};
+
 class DocumentsQt : public Documents {
  public:
   std::string DossierTemporaire() override;

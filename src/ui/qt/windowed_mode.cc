@@ -103,9 +103,11 @@ int ModeFenetre(int argc, char** argv, ReglagesExecution& reglages) {
   // The desktop entry the windows belong to, for the task bar under Wayland.
   QGuiApplication::setDesktopFileName(QStringLiteral("ch.quillon.Quillon"));
   QApplication::setWindowIcon(QIcon(IconeApplication()));
-  // The standard dialogs speak the program's language: the user's when it
-  // is German or Italian, French otherwise (never Qt's English).
-  ChoisirLangue(LangueDuSysteme());
+  // The windows and the standard dialogs speak the language chosen in
+  // ? > Langue, else the user's when it is German or Italian, French
+  // otherwise (never Qt's English).
+  PreferencesQt preferences;
+  ChoisirLangue(LangueAuDemarrage(preferences));
   QTranslator traductionQt;
   InstallerTraductionQt(traductionQt, LangueChoisie());
 
@@ -114,7 +116,7 @@ int ModeFenetre(int argc, char** argv, ReglagesExecution& reglages) {
   FinProgrammeQt fin;
   ProgrammesQt programmes;
   DocumentsQt documents;
-  Services services{dialogues, messages, fin, RegistreSysteme(), programmes, documents};
+  Services services{dialogues, messages, fin, RegistreSysteme(), programmes, documents, preferences};
   AffichageFenetre affichage(messages);
   reglages.affichage = &affichage;
 

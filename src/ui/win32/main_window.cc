@@ -22,17 +22,22 @@ constexpr int kLargeurMin = 9600, kHauteurMin = 6300;
 
 // The menu bar of the table: its top-level menus, their entries and
 // separators, in order; no access key, no shortcut.
-HMENU CreerMenus() {
+HMENU CreerMenus(Commande langue) {
   const HMENU barre = ::CreateMenu();
-  HMENU menu = nullptr;
+  HMENU menu = nullptr, sousMenu = nullptr;
   for (const EntreeMenu& entree : MenusQuillon()) {
     if (entree.niveau == 0) {
       menu = ::CreatePopupMenu();
       ::AppendMenuW(barre, MF_POPUP | MF_STRING, reinterpret_cast<UINT_PTR>(menu), Large(entree.texte).c_str());
     } else if (entree.texte == "-") {
       ::AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+    } else if (entree.niveau == 1 && entree.commande == Commande::Aucune) {
+      sousMenu = ::CreatePopupMenu();
+      ::AppendMenuW(menu, MF_POPUP | MF_STRING, reinterpret_cast<UINT_PTR>(sousMenu), Large(entree.texte).c_str());
     } else {
-      ::AppendMenuW(menu, MF_STRING | (entree.actifAuDepart ? MF_ENABLED : MF_GRAYED),
+      ::AppendMenuW(entree.niveau == 2 ? sousMenu : menu,
+                    MF_STRING | (entree.actifAuDepart ? MF_ENABLED : MF_GRAYED) |
+                        (entree.niveau == 2 && entree.commande == langue ? MF_CHECKED : MF_UNCHECKED),
                     static_cast<UINT_PTR>(IdCommande(entree.commande)), Large(entree.texte).c_str());
     }
   }
@@ -57,7 +62,8 @@ bool FenetreQuillonWin32::Creer() {
   INITCOMMONCONTROLSEX controles{sizeof controles,
                                   ICC_STANDARD_CLASSES | ICC_LISTVIEW_CLASSES | ICC_PROGRESS_CLASS | ICC_BAR_CLASSES};
   ::InitCommonControlsEx(&controles);
-  if (!FenetreWin32::Creer(kStyle, WS_EX_ACCEPTFILES, Large(Traduire(kTitreQuillon)).c_str(), nullptr, CreerMenus())) {
+  if (!FenetreWin32::Creer(kStyle, WS_EX_ACCEPTFILES, Large(Traduire(kTitreQuillon)).c_str(), nullptr,
+                           CreerMenus(CommandeLangue(services_.preferences)))) {
     return false;
   }
   ::DragAcceptFiles(Handle(), TRUE);
@@ -190,7 +196,7 @@ LRESULT FenetreQuillonWin32::CommandeRecue(WPARAM wparam, LPARAM lparam) {
   if (HIWORD(wparam) != 0) return 0;
   const int id = LOWORD(wparam);
   for (const EntreeMenu& entree : MenusQuillon()) {
-    if (entree.niveau == 1 && entree.texte != "-" && IdCommande(entree.commande) == id) {
+    if (entree.niveau >= 1 && entree.commande != Commande::Aucune && IdCommande(entree.commande) == id) {
       // A disabled entry is never chosen; a message is taken the same way.
       const UINT etat = ::GetMenuState(::GetMenu(Handle()), static_cast<UINT>(id), MF_BYCOMMAND);
       if ((etat & (MF_GRAYED | MF_DISABLED)) != 0) break;
@@ -202,10 +208,21 @@ LRESULT FenetreQuillonWin32::CommandeRecue(WPARAM wparam, LPARAM lparam) {
       } else {
         logique_.Commander(entree.commande);
       }
+      if (entree.niveau == 2) CocherLangue();
       break;
     }
   }
   return 0;
+}
+
+// The languages' entries: the one kept checked, the others not.
+void FenetreQuillonWin32::CocherLangue() {
+  const Commande cochee = CommandeLangue(services_.preferences);
+  for (const EntreeMenu& entree : MenusQuillon()) {
+    if (entree.niveau != 2) continue;
+    ::CheckMenuItem(::GetMenu(Handle()), static_cast<UINT>(IdCommande(entree.commande)),
+                    MF_BYCOMMAND | (entree.commande == cochee ? MF_CHECKED : MF_UNCHECKED));
+  }
 }
 
 void FenetreQuillonWin32::Reveiller() { ::PostMessageW(Handle(), kMessageReveil, 0, 0); }

@@ -67,6 +67,7 @@ class FenetreQuillonWin32 : public FenetreWin32, private VueQuillon {
   LRESULT CommandeRecue(WPARAM wparam, LPARAM lparam);
   void MettreEnPage();
   void Imprimer();
+  void CocherLangue();
 
   Services& services_;
   LogiqueQuillon logique_;

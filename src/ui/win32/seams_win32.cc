@@ -190,6 +190,22 @@ bool ProgrammesWin32::Demarrer(const std::string& chemin) {
   return true;
 }
 
+constexpr const wchar_t* kClePreferences = L"Software\\Quillon";
+
+std::string PreferencesWin32::Lire(const std::string& cle) {
+  wchar_t valeur[512] = {};
+  DWORD taille = sizeof valeur;
+  const LSTATUS etat = ::RegGetValueW(HKEY_CURRENT_USER, kClePreferences, Large(cle).c_str(), RRF_RT_REG_SZ, nullptr,
+                                      valeur, &taille);
+  return etat == ERROR_SUCCESS ? Utf8(valeur) : std::string();
+}
+
+void PreferencesWin32::Ecrire(const std::string& cle, const std::string& valeur) {
+  const std::wstring texte = Large(valeur);
+  ::RegSetKeyValueW(HKEY_CURRENT_USER, kClePreferences, Large(cle).c_str(), REG_SZ, texte.c_str(),
+                    static_cast<DWORD>((texte.size() + 1) * sizeof(wchar_t)));
+}
+
 std::string DocumentsWin32::DossierTemporaire() {
   wchar_t dossier[MAX_PATH + 1] = {};
   const DWORD longueur = ::GetTempPathW(MAX_PATH + 1, dossier);

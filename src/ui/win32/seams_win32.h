@@ -41,6 +41,13 @@ class ProgrammesWin32 : public Programmes {
   bool Demarrer(const std::string& chemin) override;
 };
 
+// Values of the key HKEY_CURRENT_USER\Software\Quillon.
+class PreferencesWin32 : public Preferences {
+ public:
+  std::string Lire(const std::string& cle) override;
+  void Ecrire(const std::string& cle, const std::string& valeur) override;
+};
+
 class DocumentsWin32 : public Documents {
  public:
   std::string DossierTemporaire() override;

@@ -19,15 +19,17 @@
 namespace quillon {
 
 int ModeFenetre(int argc, char** argv, ReglagesExecution& reglages) {
-  // The windows speak the user's interface language when it is German or
-  // Italian, French otherwise; the system's own dialogs speak it anyway.
-  ChoisirLangue(LangueDuSysteme());
+  // The windows speak the language chosen in ? > Langue, else the user's
+  // interface language when it is German or Italian, French otherwise; the
+  // system's own dialogs speak the system's.
+  win32::PreferencesWin32 preferences;
+  ChoisirLangue(LangueAuDemarrage(preferences));
   win32::DialoguesFichiersWin32 dialogues;
   win32::BoitesMessagesWin32 messages;
   win32::FinProgrammeWin32 fin;
   win32::ProgrammesWin32 programmes;
   win32::DocumentsWin32 documents;
-  Services services{dialogues, messages, fin, RegistreSysteme(), programmes, documents};
+  Services services{dialogues, messages, fin, RegistreSysteme(), programmes, documents, preferences};
   AffichageFenetre affichage(messages);
   reglages.affichage = &affichage;
 
