@@ -11,6 +11,7 @@
 
 #include <charconv>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -113,8 +114,10 @@ int main(int argc, char** argv) {
   PreferencesDApercu preferences;
   quillon::Services services{dialogues, messages, fin, quillon::RegistreSysteme(), programmes, documents,
                              preferences};
-  // In the user's interface language (under wine: LANG=de_CH.UTF-8).
-  quillon::ChoisirLangue(quillon::LangueDuSysteme());
+  // In the user's interface language, or APERCU_LANGUE's (de, it): wine
+  // gives the interface the host's locale only when it is installed.
+  const char* langue = std::getenv("APERCU_LANGUE");
+  quillon::ChoisirLangue(quillon::LangueDuCode(langue != nullptr ? langue : "").value_or(quillon::LangueDuSysteme()));
   quillon::ReglagesExecution reglages;
   quillon::InitialiserTables(reglages);
   quillon::win32::FenetreQuillonWin32 fenetre(reglages, services);

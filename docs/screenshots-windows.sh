@@ -2,7 +2,7 @@
 # Takes again the pictures of Quillon's Windows windows in docs/, under wine:
 # the main window with its Fichier menu open, the two option dialogs, the
 # about box, and the workbench with a delivery checked and its file with
-# rejected lines shown. Wine runs in a virtual desktop of its own (it draws the frames
+# rejected lines shown; then the main window and a dialog in German. Wine runs in a virtual desktop of its own (it draws the frames
 # and captions as Windows does) on a virtual X display.
 #
 #   docs/screenshots-windows.sh [WIN64_BUILD_DIR]    default: build-win64
@@ -76,3 +76,7 @@ photographier windows-dialogue-val-prec.png val-prec
 photographier windows-dialogue-dc-val.png dc-val
 photographier windows-a-propos.png a-propos
 photographier windows-atelier.png atelier
+# In German (wine would take the host's locale only if it were installed).
+export APERCU_LANGUE=de
+photographier de-windows-fenetre-principale.png principale menu
+photographier de-windows-dialogue-val-prec.png val-prec

@@ -1,7 +1,8 @@
 #!/bin/sh
 # Takes again the pictures of Quillon's windows in docs/: the main window
 # with its Fichier menu open, the main window's workbench after a folder of
-# the samples was checked, the two option dialogs and the about box. Each
+# the samples was checked, the two option dialogs and the about box; the
+# main window and a dialog in German. Each
 # is taken on a virtual X display with a small window manager (IceWM with its
 # Windows 95 theme, or Openbox), frame and caption included.
 #
@@ -36,6 +37,10 @@ trap finir EXIT INT TERM
 xvfb_demarrer screenshots "$travail/xvfb.log" || exit 1
 pids="$pids $XVFB_PID"
 unset QT_QPA_PLATFORM
+# No choice of the user's from ? > Langue; the programs in French, whatever
+# the language of whoever takes the pictures (xdotool keeps its own locale).
+export HOME="$travail"
+fr="env LC_ALL=C.UTF-8"
 
 if command -v icewm >/dev/null; then
   mkdir -p "$travail/icewm"
@@ -105,11 +110,16 @@ photographier() {
   echo "screenshots: docs/$fichier ($rect)"
 }
 
-photographier fenetre-principale.png "Convertir fichier de points aux formats KQ" menu -- "$quillon"
+photographier fenetre-principale.png "Convertir fichier de points aux formats KQ" menu -- $fr "$quillon"
 # A delivery of the three samples: the first file with problems is shown.
 mkdir -p "$travail/livraison"
 cp "$(dirname "$docs")"/samples/lot12.* "$travail/livraison/"
-photographier atelier.png "Convertir fichier de points aux formats KQ" lent -- env -C "$travail" "$apercu" atelier livraison
-photographier dialogue-val-prec.png "Convertir fichier de points Val en points Préc/Fiab" - -- "$apercu" val-prec
-photographier dialogue-dc-val.png "Convertir fichier de points DC en points Val" - -- "$apercu" dc-val
-photographier a-propos.png "A propos de Quillon" - -- "$apercu" a-propos
+photographier atelier.png "Convertir fichier de points aux formats KQ" lent -- env -C "$travail" LC_ALL=C.UTF-8 "$apercu" atelier livraison
+photographier dialogue-val-prec.png "Convertir fichier de points Val en points Préc/Fiab" - -- $fr "$apercu" val-prec
+photographier dialogue-dc-val.png "Convertir fichier de points DC en points Val" - -- $fr "$apercu" dc-val
+photographier a-propos.png "A propos de Quillon" - -- $fr "$apercu" a-propos
+# In German, as a user whose language it is sees them.
+photographier de-fenetre-principale.png "Punktdatei in KQ-Formate umwandeln" menu -- \
+  env LC_ALL=de_CH.UTF-8 "$quillon"
+photographier de-dialogue-val-prec.png "Punkte mit Werten in Punkte Gen./Zuv. umwandeln" - -- \
+  env LC_ALL=de_CH.UTF-8 "$apercu" val-prec
