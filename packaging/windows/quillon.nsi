@@ -66,7 +66,11 @@ VIAddVersionKey /LANG=1036 "LegalCopyright" "Les auteurs de ${NOM}"
 !insertmacro MUI_PAGE_INSTFILES
 !insertmacro MUI_UNPAGE_CONFIRM
 !insertmacro MUI_UNPAGE_INSTFILES
+; The installer's pages in the user's language: French first (the default
+; for any other), German, Italian.
 !insertmacro MUI_LANGUAGE "French"
+!insertmacro MUI_LANGUAGE "German"
+!insertmacro MUI_LANGUAGE "Italian"
 
 Section "Quillon" SecProgrammes
   SectionIn RO
@@ -79,7 +83,7 @@ Section "Quillon" SecProgrammes
 
 !ifdef AVEC_FENETRES
   CreateShortcut "$SMPROGRAMS\${NOM}.lnk" "$INSTDIR\quillon-fenetres.exe" "" "$INSTDIR\quillon-fenetres.exe" 0 \
-    SW_SHOWNORMAL "" "Convertir les fichiers de points de la mensuration officielle"
+    SW_SHOWNORMAL "" "$(DESC_Raccourci)"
 !endif
 
   ; The system's list of programs.
@@ -97,7 +101,7 @@ Section "Quillon" SecProgrammes
   WriteRegDWORD HKLM "${CLE_DESINSTALLATION}" "EstimatedSize" "$0"
 SectionEnd
 
-Section "Programmes en ligne de commande dans le PATH" SecPath
+Section "$(NOM_Path)" SecPath
   ReadRegStr $0 HKLM "${CLE_ENVIRONNEMENT}" "Path"
   ${StrStr} $1 ";$0;" ";$INSTDIR;"
   ${If} $1 == ""
@@ -113,7 +117,17 @@ Section "Programmes en ligne de commande dans le PATH" SecPath
 SectionEnd
 
 LangString DESC_Programmes ${LANG_FRENCH} "quillon.exe et quillon-lot.exe en console, la fenêtre principale, le LISEZ-MOI (README.md), la licence (LICENSE), les mentions des œuvres tierces (NOTICES) et les exemples."
+LangString DESC_Programmes ${LANG_GERMAN} "quillon.exe und quillon-lot.exe für die Konsole, das Hauptfenster, das LIESMICH (README.md), die Lizenz (LICENSE), die Hinweise zu Werken Dritter (NOTICES) und die Beispiele."
+LangString DESC_Programmes ${LANG_ITALIAN} "quillon.exe e quillon-lot.exe per la console, la finestra principale, il LEGGIMI (README.md), la licenza (LICENSE), le note sulle opere di terzi (NOTICES) e gli esempi."
 LangString DESC_Path ${LANG_FRENCH} "Ajoute le dossier d'installation au PATH du système : quillon et quillon-lot se lancent alors dans toute console."
+LangString DESC_Path ${LANG_GERMAN} "Fügt den Installationsordner dem PATH des Systems hinzu: quillon und quillon-lot starten dann in jeder Konsole."
+LangString DESC_Path ${LANG_ITALIAN} "Aggiunge la cartella d'installazione al PATH del sistema: quillon e quillon-lot si avviano allora in ogni console."
+LangString NOM_Path ${LANG_FRENCH} "Programmes en ligne de commande dans le PATH"
+LangString NOM_Path ${LANG_GERMAN} "Befehlszeilenprogramme im PATH"
+LangString NOM_Path ${LANG_ITALIAN} "Programmi a riga di comando nel PATH"
+LangString DESC_Raccourci ${LANG_FRENCH} "Convertir les fichiers de points de la mensuration officielle"
+LangString DESC_Raccourci ${LANG_GERMAN} "Punktdateien der amtlichen Vermessung umwandeln"
+LangString DESC_Raccourci ${LANG_ITALIAN} "Convertire i file di punti della misurazione ufficiale"
 !insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN
   !insertmacro MUI_DESCRIPTION_TEXT ${SecProgrammes} $(DESC_Programmes)
   !insertmacro MUI_DESCRIPTION_TEXT ${SecPath} $(DESC_Path)
