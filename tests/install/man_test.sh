@@ -16,7 +16,7 @@ trap 'rm -rf "$tmp"' EXIT
 
 version=$("$lot" --version | sed -n 's/.*Version \([0-9.]*\).*/\1/p')
 n=0
-for page in "$pages"/*.1; do
+for page in "$pages"/*.1 "$pages"/*/*.1; do  # the translated pages too
   nom=$(basename "$page" .1) n=$((n + 1))
   for fichier in "$page" "$page.gz"; do for largeur in 80 60; do
     if ! erreurs=$(MANWIDTH=$largeur man --warnings -E UTF-8 -l "$fichier" 2>&1 >/dev/null); then
