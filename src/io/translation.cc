@@ -93,11 +93,13 @@ Langue LangueDesVariables(const char* language, const char* lcAll, const char* l
   return LangueDeLocale(nom).value_or(Langue::Francais);
 }
 
-std::string_view Traduire(std::string_view texte) {
+std::string_view Traduire(std::string_view texte, Langue langue) {
   if (texte.empty()) return texte;  // "" holds the catalogue's header
-  const char* traduction = Chercher(CatalogueMo(LangueChoisie()), texte);
+  const char* traduction = Chercher(CatalogueMo(langue), texte);
   return traduction != nullptr ? std::string_view(traduction) : texte;
 }
+
+std::string_view Traduire(std::string_view texte) { return Traduire(texte, LangueChoisie()); }
 
 // Either string ends with a null: the catalogue's, or texte itself.
 const char* Traduire(const char* texte) { return texte == nullptr ? texte : Traduire(std::string_view(texte)).data(); }

@@ -39,6 +39,8 @@ Langue LangueDesVariables(const char* language, const char* lcAll, const char* l
 // French or where the catalogue has none.
 const char* Traduire(const char* texte);
 std::string_view Traduire(std::string_view texte);  // a text of a table, marked N_
+// The same in another language than the one chosen.
+std::string_view Traduire(std::string_view texte, Langue langue);
 
 // `modele` translated, its %s (in order) or %N$s (the Nth value) replaced
 // by `valeurs`, and %% by %.

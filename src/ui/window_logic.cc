@@ -310,12 +310,11 @@ void LogiqueQuillon::mnuLangue_Click(Commande commande) {
     if (c == commande) code = k;
   }
   services_.preferences.Ecrire(std::string(kCleLangue), std::string(code));
-  const Langue avant = LangueChoisie(), apres = LangueAuDemarrage(services_.preferences);
-  if (apres == avant) return;
-  ChoisirLangue(apres);
-  const std::string texte = Traduire("La langue choisie s'appliquera au prochain démarrage de Quillon.");
-  ChoisirLangue(avant);
-  services_.messages.Message(vue_.Fenetre(), kTitreApplication, texte);
+  const Langue apres = LangueAuDemarrage(services_.preferences);
+  if (apres == LangueChoisie()) return;
+  services_.messages.Message(
+      vue_.Fenetre(), kTitreApplication,
+      std::string(Traduire(N_("La langue choisie s'appliquera au prochain démarrage de Quillon."), apres)));
 }
 
 // --- Summaries and fatal errors ------------------------------------------------
