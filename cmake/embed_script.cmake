@@ -50,3 +50,27 @@ function(quillon_embarquer_script nom sortie)
        "inline constexpr const char* kHashScript${nom} = \"sha256-${base64}\";\n}  // namespace quillon\n")
   file(COPY_FILE ${sortie}.tmp ${sortie} ONLY_IF_DIFFERENT)
 endfunction()
+
+# The texts the pages' scripts show, each given to T('...'), as
+# kTextesScripts: a page in another language than French carries their
+# translations for the scripts to read (report/page.cc).
+function(quillon_textes_scripts sortie)
+  set(textes "")
+  foreach(source IN LISTS ARGN)
+    file(READ ${source} script)
+    string(REGEX MATCHALL "[^A-Za-z0-9_]T\\('[^']*'" trouves "${script}")
+    foreach(t IN LISTS trouves)
+      string(REGEX REPLACE "^.T\\('(.*)'$" "\\1" t "${t}")
+      list(APPEND textes "${t}")
+    endforeach()
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${source})
+  endforeach()
+  list(REMOVE_DUPLICATES textes)
+  set(corps "")
+  foreach(t IN LISTS textes)
+    string(APPEND corps "    \"${t}\",\n")
+  endforeach()
+  file(WRITE ${sortie}.tmp "// Generated from the texts that src/report/*.js give to T(): do not edit.\n#pragma once\n"
+       "namespace quillon {\ninline constexpr const char* kTextesScripts[] = {\n${corps}};\n}  // namespace quillon\n")
+  file(COPY_FILE ${sortie}.tmp ${sortie} ONLY_IF_DIFFERENT)
+endfunction()

@@ -598,15 +598,17 @@ inline std::string Rapport(const uint8_t* donnees, std::size_t taille) {
   EnteteRapport entete;
   entete.programme = "quillon-lot";
   entete.date = "01.01.2024 12:00:00";
-  entete.source = entete.cible = entete.journal = entete.options = entete.message = texte;
+  entete.source = entete.cible = entete.journal = entete.options = texte;
+  entete.echec = {texte, quillon::RaisonFatale::Lecture, texte};
   static constexpr quillon::Conversion kRuns[] = {quillon::Conversion::ValEnPrecFiab, quillon::Conversion::PrecFiabEnVal,
                                                   quillon::Conversion::DCEnVal, quillon::Conversion::PrecFiabEnMD01};
   entete.conversion = NomConversion(kRuns[run]);
-  entete.bilan = TexteBilan(r.journal.Bilan());
+  entete.bilan = r.journal.Bilan();
   entete.verdict = c.nombres[rejetees] != 0 ? Verdict::Rejets : Verdict::SansRejet;
   const std::string html = RapportHtml(entete, collecte, c);
   EnteteRapport neutre = entete;
-  neutre.source = neutre.cible = neutre.journal = neutre.options = neutre.message = "x";
+  neutre.source = neutre.cible = neutre.journal = neutre.options = "x";
+  neutre.echec = {"x", quillon::RaisonFatale::Lecture, "x"};
   const Collecte vide;
   const std::string modele = RapportHtml(neutre, vide, Controler(vide, tolerance));
   if (std::string e = BalisesDuModele(html, modele, "report"); !e.empty()) return e;

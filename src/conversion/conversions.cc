@@ -11,6 +11,7 @@
 #include "formats/pts_format.h"
 #include "formats/target_line.h"
 #include "io/locale.h"
+#include "io/translation.h"
 #include "model/point.h"
 
 namespace quillon {
@@ -252,19 +253,17 @@ const char* NomConversion(Conversion conversion) {
 
 std::string TexteOptions(Conversion conversion, const OptionsConversion& options, bool verification) {
   std::string texte;
-  const auto ajouter = [&](std::string_view mot, std::string_view valeur) {
-    texte.append(texte.empty() ? "" : ", ").append(mot).append(valeur);
-  };
+  const auto ajouter = [&](std::string_view option) { texte.append(texte.empty() ? "" : ", ").append(option); };
   const std::size_t echelle = static_cast<std::size_t>(options.classeEchelle);
   if (conversion == Conversion::ValEnPrecFiab && echelle >= 1 && echelle <= kMotsEchelle.size()) {
-    ajouter("échelle ", kMotsEchelle[echelle - 1]);
+    ajouter(Formater("échelle %s", {kMotsEchelle[echelle - 1]}));
   }
   const std::size_t groupe = static_cast<std::size_t>(options.groupeTheme - kGroupeCS);
   if ((conversion == Conversion::ValEnPrecFiab || conversion == Conversion::DCEnVal) && options.groupeTheme >= kGroupeCS &&
       groupe < kMotsTheme.size()) {
-    ajouter("thème ", kMotsTheme[groupe]);
+    ajouter(Formater("thème %s", {kMotsTheme[groupe]}));
   }
-  if (verification) ajouter("vérification seule", "");
+  if (verification) ajouter(Traduire("vérification seule"));
   return texte;
 }
 

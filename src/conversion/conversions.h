@@ -34,9 +34,10 @@ struct OptionsConversion {
   int32_t groupeTheme = 0;
 };
 
-// The options of a run as a report states them (UTF-8): "échelle 1000,
-// thème CS", only those the conversion uses, and ", vérification seule"
-// for a check that writes no target; empty when there is none.
+// The options of a run as a report states them (UTF-8, in the chosen
+// language): "échelle 1000, thème CS", only those the conversion uses, and
+// ", vérification seule" for a check that writes no target; empty when
+// there is none.
 std::string TexteOptions(Conversion conversion, const OptionsConversion& options, bool verification = false);
 
 // The one entry point of the front ends: runs `conversion` with the run

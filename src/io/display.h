@@ -38,6 +38,11 @@ std::string CauseFatale(const ErreurFatale& erreur);
 // and the windows show, since the program ends after it.
 std::string MessageFatal(const ErreurFatale& erreur);
 
+// The same in the chosen language, UTF-8, for the windows and the reports:
+// the cause, and a summary's four lines.
+std::string CauseTraduite(const ErreurFatale& erreur);
+std::array<std::string, 4> LignesBilan(const ComptesBilan& comptes);
+
 class Affichage {
  public:
   virtual ~Affichage() = default;

@@ -16,11 +16,11 @@
     if (k === undefined) { premier.set(cle, i); k = i; }
     lieu[i] = k; nombre[k]++; drap[k] |= P[5 * i + 4];
   }
-  D.t.forEach(function (t, k) { entreeLegende(COUL[k % COUL.length], 'thème ' + t, 'pt'); });
+  D.t.forEach(function (t, k) { entreeLegende(COUL[k % COUL.length], T('thème %s', t), 'pt'); });
   // The legend's red is a shade off, so that the picture alone holds REJET.
-  entreeLegende(IGNORE, 'ignoré', 'pt'); entreeLegende('#fe0000', 'rejeté', 'croix');
-  entreeLegende(DOUBLON, 'en double', 'anneau'); entreeLegende(PROCHE, 'proche', 'anneau');
-  entreeLegende(LOIN, 'éloigné', 'anneau');
+  entreeLegende(IGNORE, T('ignoré'), 'pt'); entreeLegende('#fe0000', T('rejeté'), 'croix');
+  entreeLegende(DOUBLON, T('en double'), 'anneau'); entreeLegende(PROCHE, T('proche'), 'anneau');
+  entreeLegende(LOIN, T('éloigné'), 'anneau');
 
   function densite(ctx, c) {
     if (!D.d) return;
@@ -74,7 +74,8 @@
     dessiner: dessiner,
     bulle: function (i) {
       var k = lieu[i], l = P[5 * k + 2], r = document.querySelector('#rejets tr[data-l="' + l + '"],[data-de=rejets] tr[data-l="' + l + '"]');
-      var t = (nombre[k] > 1 ? nombre[k] + ' points à cette place, le premier : ' : '') + 'ligne ' + l + ' — ' + D.id[k];
+      var t = (nombre[k] > 1 ? T('%s points à cette place, le premier : ', nombre[k]) : '') + T('ligne %s', l) +
+        ' — ' + D.id[k];
       return t + (r ? '\n' + r.cells[3].textContent : '');
     },
     selecteur: 'tr[data-l]',

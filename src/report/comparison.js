@@ -6,9 +6,9 @@
 (function () {
   var D = donneesPage(), P = D.p, n = P.length / 5;
   var STYLES = {
-    identique: ['#b0b0b0', 'identique'], nouveau: ['#2ca02c', 'nouveau'], supprime: ['#d62728', 'supprimé'],
-    deplace: ['#ff7f0e', 'déplacé (flèche ×' + D.f + ')'], modifie: ['#1f77b4', 'modifié'],
-    doublon: ['#9467bd', 'en double']
+    identique: ['#b0b0b0', T('identique')], nouveau: ['#2ca02c', T('nouveau')], supprime: ['#d62728', T('supprimé')],
+    deplace: ['#ff7f0e', T('déplacé (flèche ×%s)', D.f)], modifie: ['#1f77b4', T('modifié')],
+    doublon: ['#9467bd', T('en double')]
   };
   var SORTES = D.sortes.map(function (s) { return STYLES[s]; }), DEPLACE = D.sortes.indexOf('deplace');
   var IDENTIQUE = D.sortes.indexOf('identique');

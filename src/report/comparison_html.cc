@@ -127,15 +127,15 @@ std::string Donnees(const Comparaison& c, Dessin& dessin) {
 // A category's heading, in words.
 std::string_view NomCategorie(Categorie k) {
   switch (k) {
-    case Categorie::Nouveau: return "Nouveaux";
-    case Categorie::Supprime: return "Supprimés";
-    case Categorie::Deplace: return "Déplacés";
-    case Categorie::Modifie: return "Modifiés";
-    case Categorie::Doublon: return "En double";
-    case Categorie::Rejete: return "Rejetés";
+    case Categorie::Nouveau: return Traduire("Nouveaux");
+    case Categorie::Supprime: return Traduire("Supprimés");
+    case Categorie::Deplace: return Traduire("Déplacés");
+    case Categorie::Modifie: return Traduire("Modifiés");
+    case Categorie::Doublon: return Traduire("En double");
+    case Categorie::Rejete: return Traduire("Rejetés");
     case Categorie::Identique: break;
   }
-  return "Identiques";
+  return Traduire("Identiques");
 }
 
 constexpr Categorie kOrdre[] = {Categorie::Nouveau, Categorie::Supprime, Categorie::Deplace, Categorie::Modifie,
@@ -143,29 +143,31 @@ constexpr Categorie kOrdre[] = {Categorie::Nouveau, Categorie::Supprime, Categor
 
 // The verdict, the totals, the files and how they were compared.
 void AjouterTete(std::string& s, const Comparaison& c, const std::string& programme, const std::string& date) {
-  s += "<h1>Comparaison de deux fichiers</h1>\n";
-  AjouterVerdict(s, c.Differe() ? "rejets" : "ok", c.Differe() ? "Les fichiers diffèrent" : "Aucune différence");
+  s.append("<h1>").append(Traduire("Comparaison de deux fichiers")).append("</h1>\n");
+  AjouterVerdict(s, c.Differe() ? "rejets" : "ok",
+                 Traduire(c.Differe() ? N_("Les fichiers diffèrent") : N_("Aucune différence")));
   s += "<table class=\"totaux\" id=\"totaux\"><tr>";
   for (const Categorie k : kOrdre) s.append("<th>").append(NomCategorie(k)).append("</th>");
   s += "</tr><tr>";
   for (const Categorie k : kOrdre) s += Cellule(Entier(c.totaux[static_cast<std::size_t>(k)]), true);
   s += "</tr></table>\n";
   auto fichier = [&](const FichierCompare& f) {
-    return HtmlNom(f.chemin) + " (" + MotSorte(f.sorte) + ", " + Entier(f.lignes) + " lignes, " +
-           Entier(static_cast<int64_t>(f.points.size())) + " points)";
+    return Formater("%1$s (%2$s, %3$s lignes, %4$s points)", {HtmlNom(f.chemin), MotSorte(f.sorte), Entier(f.lignes),
+                                                               Entier(static_cast<int64_t>(f.points.size()))});
   };
   std::string champs = NomsChamps(c.champsCompares);
   if (c.valeursEnPrecisions != 0) {
-    champs += c.valeursEnPrecisions == 1 ? " (précisions de l'ancien par sa valeur)"
-                                         : " (précisions du nouveau par sa valeur)";
+    champs += Traduire(c.valeursEnPrecisions == 1 ? N_(" (précisions de l'ancien par sa valeur)")
+                                                  : N_(" (précisions du nouveau par sa valeur)"));
   }
-  AjouterEntete(s, {{"Programme", EchapperHtml(programme) + " " + kTexteVersion},
-                    {"Date", HtmlCp1252(date)},
-                    {"Ancien", fichier(c.ancien)},
-                    {"Nouveau", fichier(c.nouveau)},
-                    {"Tolérances", TexteMetres(c.reglages.tolerance, 3) + " m à plat, " +
-                                       TexteMetres(c.reglages.toleranceAltitude, 3) + " m en altitude"},
-                    {"Champs comparés", EchapperHtml(champs)}});
+  AjouterEntete(s, {{Traduire("Programme"), EchapperHtml(programme) + " " + kTexteVersion},
+                    {Traduire("Date"), HtmlCp1252(date)},
+                    {Traduire("Ancien"), fichier(c.ancien)},
+                    {Traduire("Nouveau"), fichier(c.nouveau)},
+                    {Traduire("Tolérances"), Formater("%1$s m à plat, %2$s m en altitude",
+                                                      {TexteMetres(c.reglages.tolerance, 3),
+                                                       TexteMetres(c.reglages.toleranceAltitude, 3)})},
+                    {Traduire("Champs comparés"), EchapperHtml(champs)}});
 }
 
 // The table of a category: the differences of that category, which lie
@@ -195,10 +197,10 @@ void TablesPoints(std::string& s, const Comparaison& c, const Dessin& dessin) {
     s += Cellule(HtmlCp1252(TexteIdentite(p))) + Cellule(Entier(p.ligne), true) + Cellule(TexteMetres(p.y, 3), true) +
          Cellule(TexteMetres(p.x, 3), true) + Cellule(p.altitude != 0 ? TexteMetres(p.altitude, 3) : "", true);
   };
-  constexpr std::string_view kSeul = "<th>Identité</th><th>Ligne</th><th>Y</th><th>X</th><th>Altitude</th>";
-  TableCategorie(s, c, dessin, Categorie::Nouveau, "Points nouveaux", kSeul,
+  const std::string kSeul = Entetes({N_("Identité"), N_("Ligne"), "Y", "X", N_("Altitude")});
+  TableCategorie(s, c, dessin, Categorie::Nouveau, Traduire("Points nouveaux"), kSeul,
                  [&](const Difference& d) { seul(c.nouveau.points[d.nouveau]); });
-  TableCategorie(s, c, dessin, Categorie::Supprime, "Points supprimés", kSeul,
+  TableCategorie(s, c, dessin, Categorie::Supprime, Traduire("Points supprimés"), kSeul,
                  [&](const Difference& d) { seul(c.ancien.points[d.ancien]); });
   auto ecarts = [&](const Difference& d) {
     const PointCompare &a = c.ancien.points[d.ancien], &b = c.nouveau.points[d.nouveau];
@@ -207,11 +209,10 @@ void TablesPoints(std::string& s, const Comparaison& c, const Dessin& dessin) {
          Cellule(a.altitude != 0 && b.altitude != 0 ? TexteMetres(b.altitude - a.altitude, 3) : "", true) +
          Cellule(TexteMetres(std::hypot(b.y - a.y, b.x - a.x), 4), true) + Cellule(NomsChamps(d.champs));
   };
-  constexpr std::string_view kEcarts =
-      "<th>Identité</th><th>Ligne ancienne</th><th>Ligne nouvelle</th><th>ΔY</th><th>ΔX</th><th>ΔH</th>"
-      "<th>Distance</th><th>Champs changés</th>";
-  TableCategorie(s, c, dessin, Categorie::Deplace, "Points déplacés", kEcarts, ecarts);
-  TableCategorie(s, c, dessin, Categorie::Modifie, "Points modifiés", kEcarts, ecarts);
+  const std::string kEcarts = Entetes({N_("Identité"), N_("Ligne ancienne"), N_("Ligne nouvelle"), "ΔY", "ΔX", "ΔH",
+                                       N_("Distance"), N_("Champs changés")});
+  TableCategorie(s, c, dessin, Categorie::Deplace, Traduire("Points déplacés"), kEcarts, ecarts);
+  TableCategorie(s, c, dessin, Categorie::Modifie, Traduire("Points modifiés"), kEcarts, ecarts);
 }
 
 // Duplicate numbers and rejected lines.
@@ -221,16 +222,16 @@ void TablesLignes(std::string& s, const Comparaison& c, const Dessin& dessin) {
     for (uint32_t m = 0; m < nombre; ++m) t.append(m ? ", " : "").append(Entier(p[debut + m].ligne));
     return t;
   };
-  TableCategorie(s, c, dessin, Categorie::Doublon, "Numéros en double",
-                 "<th>Identité</th><th>Lignes anciennes</th><th>Lignes nouvelles</th>", [&](const Difference& d) {
+  TableCategorie(s, c, dessin, Categorie::Doublon, Traduire("Numéros en double"),
+                 Entetes({N_("Identité"), N_("Lignes anciennes"), N_("Lignes nouvelles")}), [&](const Difference& d) {
                    s += CaseIdentite(c, d) + Cellule(lignes(c.ancien.points, d.ancien, d.nombreAncien)) +
                         Cellule(lignes(c.nouveau.points, d.nouveau, d.nombreNouveau));
                  });
-  TableCategorie(s, c, dessin, Categorie::Rejete, "Lignes rejetées",
-                 "<th>Fichier</th><th>Ligne</th><th>Messages</th><th>Ligne source</th>", [&](const Difference& d) {
+  TableCategorie(s, c, dessin, Categorie::Rejete, Traduire("Lignes rejetées"),
+                 Entetes({N_("Fichier"), N_("Ligne"), N_("Messages"), N_("Ligne source")}), [&](const Difference& d) {
                    const bool ancien = d.ancien != kAucun;
                    const LigneRejetee& r = ancien ? c.ancien.rejets[d.ancien] : c.nouveau.rejets[d.nouveau];
-                   s += Cellule(ancien ? "ancien" : "nouveau") + Cellule(Entier(r.ligne), true) +
+                   s += Cellule(Traduire(ancien ? N_("ancien") : N_("nouveau"))) + Cellule(Entier(r.ligne), true) +
                         Cellule(HtmlCp1252(r.messages)) + "<td><pre>" + HtmlCp1252(r.texte) + "</pre></td>";
                  });
 }
@@ -241,12 +242,13 @@ std::string RapportComparaisonHtml(const Comparaison& c, const std::string& prog
   Dessin dessin;
   const std::string donnees = Donnees(c, dessin);
   std::string s =
-      DebutPage("Comparaison – " + HtmlNom(c.ancien.chemin) + " → " + HtmlNom(c.nouveau.chemin), &kScript, kStyle);
+      DebutPage(Formater("Comparaison – %1$s → %2$s", {HtmlNom(c.ancien.chemin), HtmlNom(c.nouveau.chemin)}), &kScript,
+                kStyle);
   AjouterTete(s, c, programme, date);
   AjouterToile(s);
   if (dessin.pas > 1) {
-    AjouterNote(s, "Plus de " + Entier(static_cast<int64_t>(kPointsTous)) + " points identiques : un sur " +
-                       Entier(dessin.pas) + " est dessiné.");
+    AjouterNote(s, Formater("Plus de %1$s points identiques : un sur %2$s est dessiné.",
+                            {Entier(static_cast<int64_t>(kPointsTous)), Entier(dessin.pas)}));
   }
   TablesPoints(s, c, dessin);
   TablesLignes(s, c, dessin);

@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "io/encoding.h"
+#include "io/translation.h"
 #include "rapport_js.h"
 #include "version.h"
 
@@ -21,9 +22,10 @@ constexpr std::size_t kProchesParLieu = 1'000;
 enum : uint8_t { kRejete = 1, kDoublon = 2, kProche = 4, kEloigne = 8, kIgnore = 16 };
 constexpr std::pair<std::string_view, uint8_t> kDrapeaux[] = {
     {"rejete", kRejete}, {"doublon", kDoublon}, {"proche", kProche}, {"eloigne", kEloigne}, {"ignore", kIgnore}};
-// The flags whose points are all drawn exactly above kPointsTous, at most
-// kParSorte of each, in the order of their bits.
-constexpr const char* kSortesExactes[] = {"rejetés", "en double", "proches", "éloignés"};
+// What the note says of the flags whose points are all drawn exactly above
+// kPointsTous, at most kParSorte of each, in the order of their bits.
+constexpr const char* kNonDessines[] = {N_("%s points rejetés non dessinés."), N_("%s points en double non dessinés."),
+                                        N_("%s points proches non dessinés."), N_("%s points éloignés non dessinés.")};
 
 std::string Nombre(int64_t n) { return std::to_string(n); }
 
@@ -123,7 +125,7 @@ std::array<int, 256> AjouterThemes(std::string& s, const Collecte& c, const Cadr
     if (themes[t] == 0) continue;
     if (rang > 0) s += ',';
     themes[t] = ++rang;
-    AjouterTexteJson(s, TexteTheme(static_cast<int>(t)));
+    AjouterTexteJson(s, Traduire(TexteTheme(static_cast<int>(t))));
   }
   s += "]";
   return themes;
@@ -189,11 +191,11 @@ std::string Donnees(const Collecte& c, const Cadre& d, const Passage& passage, s
   const std::array<std::size_t, 4> laisses = AjouterPoints(s, c, d, passage, themes);
   if (!d.tous) {
     AjouterDensite(s, d, passage);
-    note = "Plus de " + Nombre(kPointsTous) +
-           " points : leur densité est dessinée, et chaque point rejeté, en double, proche ou éloigné exactement.";
+    note = Formater("Plus de %s points : leur densité est dessinée, et chaque point rejeté, en double, proche ou "
+                    "éloigné exactement.",
+                    {Nombre(kPointsTous)});
     for (std::size_t b = 0; b < 4; ++b) {
-      if (laisses[b] == 0) continue;
-      note += " " + Nombre(static_cast<int64_t>(laisses[b])) + " points " + kSortesExactes[b] + " non dessinés.";
+      if (laisses[b] != 0) note += " " + Formater(kNonDessines[b], {Nombre(static_cast<int64_t>(laisses[b]))});
     }
   }
   return s + "}";
@@ -202,22 +204,28 @@ std::string Donnees(const Collecte& c, const Cadre& d, const Passage& passage, s
 // The verdict, what the run tells besides, what was converted how, and the
 // summary.
 void AjouterTete(std::string& s, const EnteteRapport& t) {
-  s += "<h1>Rapport de contrôle</h1>\n";
+  s.append("<h1>").append(Traduire("Rapport de contrôle")).append("</h1>\n");
   switch (t.verdict) {
-    case Verdict::SansRejet: AjouterVerdict(s, "ok", "Aucune ligne rejetée"); break;
-    case Verdict::Rejets: AjouterVerdict(s, "rejets", Nombre(t.lignesRejetees) + " ligne(s) rejetée(s)"); break;
-    case Verdict::Echec: AjouterVerdict(s, "echec", "Échec : " + HtmlCp1252(t.message)); break;
+    case Verdict::SansRejet: AjouterVerdict(s, "ok", Traduire("Aucune ligne rejetée")); break;
+    case Verdict::Rejets:
+      AjouterVerdict(s, "rejets", Formater("%s ligne(s) rejetée(s)", {Nombre(t.lignesRejetees)}));
+      break;
+    case Verdict::Echec:
+      AjouterVerdict(s, "echec", Formater("Échec : %s", {EchapperHtml(CauseTraduite(t.echec))}));
+      break;
   }
-  for (const std::string& a : t.avertissements) s += "<p class=\"avertissement\">" + EchapperHtml(a) + "</p>\n";
-  AjouterEntete(
-      s, {{"Programme", EchapperHtml(t.programme) + " " + kTexteVersion},
-          {"Date", HtmlCp1252(t.date)},
-          {"Source", HtmlNom(t.source)},
-          {"Cible", HtmlNom(t.cible)},
-          {"Journal", HtmlNom(t.journal)},
-          {"Conversion", EchapperHtml(t.conversion) + (t.options.empty() ? "" : " " + EchapperHtml(t.options))}});
+  for (const std::string& a : t.avertissements) {
+    s += "<p class=\"avertissement\">" + EchapperHtml(Traduire(std::string_view(a))) + "</p>\n";
+  }
+  AjouterEntete(s, {{Traduire("Programme"), EchapperHtml(t.programme) + " " + kTexteVersion},
+                    {Traduire("Date"), HtmlCp1252(t.date)},
+                    {Traduire("Source"), HtmlNom(t.source)},
+                    {Traduire("Cible"), HtmlNom(t.cible)},
+                    {Traduire("Journal"), HtmlNom(t.journal)},
+                    {Traduire("Conversion"),
+                     EchapperHtml(t.conversion) + (t.options.empty() ? "" : " " + EchapperHtml(t.options))}});
   s += "<pre id=\"bilan\">";
-  for (const std::string& ligne : t.bilan) s += HtmlCp1252(ligne) + "\n";
+  for (const std::string& ligne : LignesBilan(t.bilan)) s += EchapperHtml(ligne) + "\n";
   s += "</pre>\n";
 }
 
@@ -230,8 +238,8 @@ std::string CaseIdentite(const Collecte& c, uint32_t i) { return Cellule(Echappe
 // it was kept.
 void TableRejets(std::string& s, const Collecte& c, const std::vector<uint32_t>& rejetees) {
   std::size_t source = 0;
-  AjouterTable(s, "rejets", "Lignes rejetées",
-               "<th>Ligne</th><th>Identité</th><th>Champ</th><th>Message</th><th>Ligne source</th>", rejetees.size(),
+  AjouterTable(s, "rejets", Traduire("Lignes rejetées"),
+               Entetes({N_("Ligne"), N_("Identité"), N_("Champ"), N_("Message"), N_("Ligne source")}), rejetees.size(),
                [&](std::size_t r) {
                  const uint32_t i = rejetees[r];
                  std::string champs, messages;
@@ -252,8 +260,8 @@ void TableRejets(std::string& s, const Collecte& c, const std::vector<uint32_t>&
 }
 
 void TableProches(std::string& s, const Collecte& c, const Controles& k) {
-  AjouterTable(s, "proches", "Points proches (" + TexteMetresCourt(k.tolerance) + " m au plus)",
-               "<th>Ligne</th><th>Identité</th><th>Ligne</th><th>Identité</th><th>Distance</th>", k.proches.size(),
+  AjouterTable(s, "proches", Formater("Points proches (%s m au plus)", {TexteMetresCourt(k.tolerance)}),
+               Entetes({N_("Ligne"), N_("Identité"), N_("Ligne"), N_("Identité"), N_("Distance")}), k.proches.size(),
                [&](std::size_t r) {
                  const PointsProches& p = k.proches[r];
                  s += Rangee(p.a) + CaseLigne(p.a) + CaseIdentite(c, p.a) + CaseLigne(p.b) + CaseIdentite(c, p.b) +
@@ -300,9 +308,9 @@ std::vector<LieuProche> LieuxProches(const Collecte& c, const Controles& k) {
 void TableProchesParLieu(std::string& s, const Collecte& c, const Controles& k) {
   const std::vector<LieuProche> lieux = LieuxProches(c, k);
   AjouterTable(s, "proches",
-               "Points proches par place (" + TexteMetresCourt(k.tolerance) + " m au plus, " +
-                   Nombre(static_cast<int64_t>(k.proches.size())) + " paires)",
-               "<th>Y</th><th>X</th><th>Paires</th><th>Distance max.</th><th>Premières lignes</th>", lieux.size(),
+               Formater("Points proches par place (%1$s m au plus, %2$s paires)",
+                        {TexteMetresCourt(k.tolerance), Nombre(static_cast<int64_t>(k.proches.size()))}),
+               Entetes({"Y", "X", N_("Paires"), N_("Distance max."), N_("Premières lignes")}), lieux.size(),
                [&](std::size_t r) {
                  const LieuProche& lieu = lieux[r];
                  const LigneCollectee& l = c.Lignes()[lieu.premiere];
@@ -316,7 +324,7 @@ void TableProchesParLieu(std::string& s, const Collecte& c, const Controles& k) 
 
 // Duplicates (the first lines of each), close points and far points.
 void TablesPoints(std::string& s, const Collecte& c, const Controles& k) {
-  AjouterTable(s, "doublons", "Points en double", "<th>Lignes</th><th>Identité</th><th>ΔY</th><th>ΔX</th><th>ΔH</th>",
+  AjouterTable(s, "doublons", Traduire("Points en double"), Entetes({N_("Lignes"), N_("Identité"), "ΔY", "ΔX", "ΔH"}),
                k.doublons.size(), [&](std::size_t r) {
                  const Doublon& d = k.doublons[r];
                  std::string liste;
@@ -324,7 +332,7 @@ void TablesPoints(std::string& s, const Collecte& c, const Controles& k) {
                  for (uint32_t m = d.debut; m < d.debut + montres; ++m) {
                    liste.append(m > d.debut ? ", " : "").append(Nombre(k.membresDoublons[m] + 1));
                  }
-                 if (montres < d.nombre) liste += "… (" + Nombre(d.nombre) + " lignes)";
+                 if (montres < d.nombre) liste += Formater("… (%s lignes)", {Nombre(d.nombre)});
                  const uint32_t premier = k.membresDoublons[d.debut];
                  s += Rangee(premier) + Cellule(liste) + CaseIdentite(c, premier) +
                       Cellule(TexteMetresCourt(d.dy), true) + Cellule(TexteMetresCourt(d.dx), true) +
@@ -333,10 +341,10 @@ void TablesPoints(std::string& s, const Collecte& c, const Controles& k) {
   if (k.proches.size() > kProchesParLieu) TableProchesParLieu(s, c, k);
   else TableProches(s, c, k);
   if (k.prochesTronques) {
-    AjouterNote(s, "Recherche des points proches arrêtée après " + Nombre(static_cast<int64_t>(k.proches.size())) +
-                       " paires : il y en a d'autres.");
+    AjouterNote(s, Formater("Recherche des points proches arrêtée après %s paires : il y en a d'autres.",
+                            {Nombre(static_cast<int64_t>(k.proches.size()))}));
   }
-  AjouterTable(s, "eloignes", "Points éloignés", "<th>Ligne</th><th>Identité</th><th>Y</th><th>X</th>",
+  AjouterTable(s, "eloignes", Traduire("Points éloignés"), Entetes({N_("Ligne"), N_("Identité"), "Y", "X"}),
                k.eloignes.size(), [&](std::size_t r) {
                  const uint32_t i = k.eloignes[r];
                  const LigneCollectee& l = c.Lignes()[i];
@@ -348,16 +356,18 @@ void TablesPoints(std::string& s, const Collecte& c, const Controles& k) {
 // Lines without coordinates, the counts by theme and by rejected field, and
 // the extent.
 void TablesComptes(std::string& s, const Controles& k) {
-  AjouterTable(s, "sans", "Lignes sans coordonnées lisibles", "<th>Ligne</th>", k.sansCoordonnees.size(),
+  AjouterTable(s, "sans", Traduire("Lignes sans coordonnées lisibles"), Entetes({N_("Ligne")}),
+               k.sansCoordonnees.size(),
                [&](std::size_t r) { s += "<tr>" + CaseLigne(k.sansCoordonnees[r]) + "</tr>\n"; });
-  AjouterTable(s, "themes", "Par thème", "<th>Thème</th><th>Converties</th><th>Ignorées</th><th>Rejetées</th>",
+  AjouterTable(s, "themes", Traduire("Par thème"),
+               Entetes({N_("Thème"), N_("Converties"), N_("Ignorées"), N_("Rejetées")}),
                k.parTheme.size(), [&](std::size_t r) {
                  const ParTheme& p = k.parTheme[r];
-                 s += "<tr>" + Cellule(TexteTheme(p.theme));
+                 s += "<tr>" + Cellule(Traduire(TexteTheme(p.theme)));
                  for (const int64_t n : p.nombres) s += Cellule(Nombre(n), true);
                  s += "</tr>\n";
                });
-  AjouterTable(s, "champs", "Par champ rejeté", "<th>Champ</th><th>Lignes</th><th>Premières lignes</th>",
+  AjouterTable(s, "champs", Traduire("Par champ rejeté"), Entetes({N_("Champ"), N_("Lignes"), N_("Premières lignes")}),
                k.parChamp.size(), [&](std::size_t r) {
                  const ParChamp& p = k.parChamp[r];
                  std::string premieres;
@@ -370,26 +380,27 @@ void TablesComptes(std::string& s, const Controles& k) {
   if (!k.etendue) return;
   const Etendue& e = *k.etendue;
   auto metres = [](std::optional<double> v) { return Cellule(v ? TexteMetresCourt(*v, 3) : "", true); };
-  s += "<h2>Étendue des points convertis</h2>\n<table id=\"etendue\"><tr><th></th><th>min</th><th>max</th></tr>"
-       "<tr><th>Y</th>" + metres(e.yMin) + metres(e.yMax) + "</tr><tr><th>X</th>" + metres(e.xMin) + metres(e.xMax) +
-       "</tr><tr><th>Altitude</th>" + metres(e.altitudeMin) + metres(e.altitudeMax) + "</tr></table>\n";
+  s.append("<h2>").append(Traduire("Étendue des points convertis")).append("</h2>\n");
+  s += "<table id=\"etendue\"><tr><th></th><th>min</th><th>max</th></tr><tr><th>Y</th>" + metres(e.yMin) +
+       metres(e.yMax) + "</tr><tr><th>X</th>" + metres(e.xMin) + metres(e.xMax) + "</tr><tr><th>" +
+       Traduire("Altitude") + "</th>" + metres(e.altitudeMin) + metres(e.altitudeMax) + "</tr></table>\n";
 }
 
 // What the collect could not keep whole, said in one note, each kind only
 // when it happened.
 void NoteTronques(std::string& s, const Tronques& t) {
   if (t.Total() == 0) return;
-  std::string note = "Le rapport n'a pas tout gardé :";
+  std::string note = Traduire("Le rapport n'a pas tout gardé :");
   const std::pair<int64_t, const char*> parties[] = {
-      {t.textes, "textes raccourcis"},
-      {t.sources, "lignes rejetées sans leur texte"},
-      {t.pool + t.fixes, "messages sans leur texte"},
+      {t.textes, N_("textes raccourcis : %s")},
+      {t.sources, N_("lignes rejetées sans leur texte : %s")},
+      {t.pool + t.fixes, N_("messages sans leur texte : %s")},
   };
   const char* separateur = " ";
   for (const auto& [nombre, quoi] : parties) {
     if (nombre == 0) continue;
-    note.append(separateur).append(quoi).append(" : ").append(Nombre(nombre));
-    separateur = " ; ";
+    note.append(separateur).append(Formater(quoi, {Nombre(nombre)}));
+    separateur = Traduire(" ; ");
   }
   AjouterNote(s, note + ".");
 }
@@ -399,7 +410,7 @@ void NoteTronques(std::string& s, const Tronques& t) {
 std::string RapportHtml(const EnteteRapport& t, const Collecte& c, const Controles& k) {
   const Cadre cadre = CadreDe(c, k);
   const Passage passage = Parcourir(c, k, cadre);
-  std::string s = DebutPage("Rapport de contrôle – " + HtmlNom(t.source), &kScript);
+  std::string s = DebutPage(Formater("Rapport de contrôle – %s", {HtmlNom(t.source)}), &kScript);
   AjouterTete(s, t);
   AjouterToile(s);
   std::string note;

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "io/display.h"
 #include "report/collect.h"
 #include "report/checks.h"
 #include "report/page.h"
@@ -25,10 +26,10 @@ struct EnteteRapport {
   std::string source, cible, journal;  // as the file services take them
   std::string conversion;              // "ptv-ptp"...
   std::string options;                 // UTF-8
-  std::array<std::string, 4> bilan;    // the summary's lines, Windows-1252
+  ComptesBilan bilan;
   Verdict verdict = Verdict::SansRejet;
   int64_t lignesRejetees = 0;
-  std::string message;  // why it failed, Windows-1252
+  ErreurFatale echec;  // why it failed
   std::vector<std::string> avertissements;  // UTF-8: what else the run tells (exports without a system)
 };
 

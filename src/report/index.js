@@ -37,7 +37,7 @@
       r.hidden = !garde;
       if (garde) n++;
     });
-    montres.textContent = n + ' fichier(s) sur ' + rangees.length;
+    montres.textContent = T('%1$s fichier(s) sur %2$s', n, rangees.length);
   }
   table.tHead.addEventListener('click', function (e) {
     var th = e.target.closest('th');

@@ -34,11 +34,11 @@ bool PointsAVoir(const LigneIndex& l) {
 }
 
 Issue IssueDe(const LigneIndex& l) {
-  if (l.issue == "echec") return {0, "échec", "echec"};
-  if (l.issue == "rejets") return {1, "avec rejets", "rejets"};
-  if (l.issue == "interrompu") return {3, "interrompu", "gris"};
-  if (l.issue == "non-traite") return {4, "non traité", "gris"};
-  if (l.issue == "converti") return {PointsAVoir(l) ? 2 : kSansProbleme, "converti", "ok"};
+  if (l.issue == "echec") return {0, Traduire("échec"), "echec"};
+  if (l.issue == "rejets") return {1, Traduire("avec rejets"), "rejets"};
+  if (l.issue == "interrompu") return {3, Traduire("interrompu"), "gris"};
+  if (l.issue == "non-traite") return {4, Traduire("non traité"), "gris"};
+  if (l.issue == "converti") return {PointsAVoir(l) ? 2 : kSansProbleme, Traduire("converti"), "ok"};
   return {PointsAVoir(l) ? 2 : kSansProbleme, l.issue, ""};
 }
 
@@ -68,20 +68,24 @@ Totaux TotauxDe(const std::vector<LigneIndex>& lignes) {
 // The verdict: red with a failure, amber with rejected lines, a file not
 // converted or points to look at, green otherwise; then the totals.
 void AjouterBilan(std::string& s, const Totaux& t, std::size_t fichiers) {
-  constexpr std::string_view kMots[] = {" en échec", " avec rejets", " avec des points à vérifier", " interrompu(s)",
-                                        " non traité(s)"};
+  constexpr const char* kMots[] = {N_("%s fichier(s) en échec"), N_("%s fichier(s) avec rejets"),
+                                   N_("%s fichier(s) avec des points à vérifier"), N_("%s fichier(s) interrompu(s)"),
+                                   N_("%s fichier(s) non traité(s)")};
   std::string texte;
   for (std::size_t r = 0; r < kSansProbleme; ++r) {
     if (t.parRang[r] == 0) continue;
-    texte.append(texte.empty() ? "" : ", ").append(Nombre(t.parRang[r])).append(" fichier(s)").append(kMots[r]);
+    texte.append(texte.empty() ? "" : ", ").append(Formater(kMots[r], {Nombre(t.parRang[r])}));
   }
-  if (texte.empty()) texte = fichiers == 0 ? "Aucun fichier" : "Tous les fichiers convertis sans rejet";
+  if (texte.empty()) {
+    texte = Traduire(fichiers == 0 ? N_("Aucun fichier") : N_("Tous les fichiers convertis sans rejet"));
+  }
   const bool aVoir = std::any_of(t.parRang.begin() + 1, t.parRang.end() - 1, [](int64_t n) { return n > 0; });
   AjouterVerdict(s, t.parRang[0] > 0 ? "echec" : aVoir ? "rejets" : "ok", texte);
-  s += "<table id=\"totaux\"><tr><th>Fichiers</th><th>Sans rejet</th><th>Avec rejets</th><th>En échec</th>"
-       "<th>Interrompus ou non traités</th>"
-       "<th>Lues</th><th>Ignorées</th><th>Erreurs de lecture</th><th>Erreurs d'écriture</th><th>Doublons</th>"
-       "<th>Proches</th><th>Éloignés</th></tr><tr>";
+  s += "<table id=\"totaux\"><tr>" +
+       Entetes({N_("Fichiers"), N_("Sans rejet"), N_("Avec rejets"), N_("En échec"), N_("Interrompus ou non traités"),
+                N_("Lues"), N_("Ignorées"), N_("Erreurs de lecture"), N_("Erreurs d'écriture"), N_("Doublons"),
+                N_("Proches"), N_("Éloignés")}) +
+       "</tr><tr>";
   const int64_t convertis = t.parRang[2] + t.parRang[kSansProbleme];
   for (int64_t v : {static_cast<int64_t>(fichiers), convertis, t.parRang[1], t.parRang[0], t.parRang[3] + t.parRang[4]}) {
     s += Cellule(Nombre(v), true);
@@ -134,7 +138,8 @@ void AjouterApercu(std::string& s, const std::vector<LigneIndex>& lignes, const 
   constexpr double kL = 760, kH = 460, kMarge = 20;
   const double w = std::max(tout.Largeur(), 1e-3), h = std::max(tout.Hauteur(), 1e-3);
   const double e = std::min((kL - 2 * kMarge) / w, (kH - 2 * kMarge) / h);
-  s += "<h2>Étendue de chaque fichier</h2>\n<svg id=\"apercu\" xmlns=\"http://www.w3.org/2000/svg\" width=\"760\" "
+  s.append("<h2>").append(Traduire("Étendue de chaque fichier")).append("</h2>\n");
+  s += "<svg id=\"apercu\" xmlns=\"http://www.w3.org/2000/svg\" width=\"760\" "
        "height=\"460\" style=\"border:1px solid #aaa\">\n";
   for (std::size_t n = 0; n < ordre.size(); ++n) {
     const LigneIndex& l = lignes[ordre[n]];
@@ -155,17 +160,21 @@ void AjouterApercu(std::string& s, const std::vector<LigneIndex>& lignes, const 
 }  // namespace
 
 std::string IndexHtml(const std::string& programme, const std::string& date, const std::vector<LigneIndex>& lignes) {
-  std::string s = DebutPage("Rapports de contrôle", &kScript, kStyle);
-  s += "<h1>Rapports de contrôle</h1>\n<p>" + EchapperHtml(programme) + " " + kTexteVersion + ", " + HtmlCp1252(date) +
-       "</p>\n";
+  const std::string_view titre = Traduire("Rapports de contrôle");
+  std::string s = DebutPage(titre, &kScript, kStyle);
+  s.append("<h1>").append(titre).append("</h1>\n");
+  s += "<p>" + EchapperHtml(programme) + " " + kTexteVersion + ", " + HtmlCp1252(date) + "</p>\n";
   AjouterBilan(s, TotauxDe(lignes), lignes.size());
-  s += "<h2>Fichiers</h2><div class=\"outils\"><input id=\"filtre\" type=\"search\" placeholder=\"Filtrer par nom\" "
-       "aria-label=\"Filtrer par nom\"> <span id=\"montres\"></span></div>\n";
+  const std::string filtre = EchapperHtml(Traduire("Filtrer par nom"));
+  s.append("<h2>").append(Traduire("Fichiers")).append("</h2><div class=\"outils\">");
+  s += "<input id=\"filtre\" type=\"search\" placeholder=\"" + filtre + "\" aria-label=\"" + filtre +
+       "\"> <span id=\"montres\"></span></div>\n";
   std::vector<std::size_t> parNom;
   const std::vector<std::size_t> ordre = Ordre(lignes, parNom);
   AjouterRangees(s, "fichiers",
-                 "<th>N°</th><th>Source</th><th>Issue</th><th>Lues</th><th>Ignorées</th><th>Erreurs de lecture</th>"
-                 "<th>Erreurs d'écriture</th><th>Doublons</th><th>Proches</th><th>Éloignés</th><th>Sans coordonnées</th>",
+                 Entetes({N_("N°"), N_("Source"), N_("Issue"), N_("Lues"), N_("Ignorées"), N_("Erreurs de lecture"),
+                          N_("Erreurs d'écriture"), N_("Doublons"), N_("Proches"), N_("Éloignés"),
+                          N_("Sans coordonnées")}),
                  ordre.size(), [&](std::size_t n) { AjouterRangee(s, lignes[ordre[n]], n + 1, parNom[ordre[n]]); });
   AjouterApercu(s, lignes, ordre);
   FinirPage(s, "", &kScript);

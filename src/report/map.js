@@ -47,7 +47,9 @@ function Carte(D, pas, page) {
   }
   function texteM(mm) {
     var m = mm / 1000;
-    return Math.abs(m) >= 1000 ? (m / 1000).toLocaleString('fr-CH') + ' km' : m.toLocaleString('fr-CH') + ' m';
+    // The numbers as the user's language writes them in Switzerland.
+    var l = T('fr-CH');
+    return Math.abs(m) >= 1000 ? (m / 1000).toLocaleString(l) + ' km' : m.toLocaleString(l) + ' m';
   }
   // A grid line's coordinate in metres: whole from a step of a metre up,
   // else with the decimals of the step.

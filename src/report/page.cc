@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "io/encoding.h"
+#include "textes_scripts.h"
 
 namespace quillon {
 namespace {
@@ -72,8 +73,10 @@ void AjouterTexteJson(std::string& s, std::string_view utf8) {
 }
 
 std::string DebutPage(std::string_view titre, const ScriptPage* script, std::string_view style) {
-  std::string s = "<!DOCTYPE html>\n<html lang=\"fr\"><head><meta charset=\"utf-8\">\n"
-                  "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; script-src ";
+  std::string s = "<!DOCTYPE html>\n<html lang=\"";
+  s.append(CodeLangue(LangueChoisie()));
+  s += "\"><head><meta charset=\"utf-8\">\n"
+       "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; script-src ";
   if (script != nullptr) s.append("'").append(script->hash).append("'");
   else s += "'none'";
   s += "; style-src 'unsafe-inline'; img-src data:; base-uri 'none'; form-action 'none'\">\n"
@@ -87,6 +90,16 @@ std::string DebutPage(std::string_view titre, const ScriptPage* script, std::str
 void FinirPage(std::string& s, std::string_view donnees, const ScriptPage* script) {
   if (!donnees.empty()) {
     s.append("<script type=\"application/json\" id=\"donnees\">").append(donnees).append("</script>\n");
+  }
+  if (script != nullptr && LangueChoisie() != Langue::Francais) {
+    s += "<script type=\"application/json\" id=\"textes\">{";
+    for (const char* texte : kTextesScripts) {
+      if (texte != kTextesScripts[0]) s += ',';
+      AjouterTexteJson(s, texte);
+      s += ':';
+      AjouterTexteJson(s, Traduire(texte));
+    }
+    s += "}</script>\n";
   }
   if (script != nullptr) s.append("<script>").append(script->texte).append("</script>\n");
   s += "</body></html>\n";
@@ -112,9 +125,16 @@ std::string Cellule(std::string_view html, bool nombre) {
   return std::string(nombre ? "<td class=\"n\">" : "<td>").append(html).append("</td>");
 }
 
+std::string Entetes(std::initializer_list<const char*> titres) {
+  std::string s;
+  for (const char* titre : titres) s.append("<th>").append(Traduire(titre)).append("</th>");
+  return s;
+}
+
 void AjouterToile(std::string& s) {
-  s += "<h2>Dessin des points</h2><div class=\"outils\"><button id=\"tout\" type=\"button\">Vue d'ensemble</button> "
-       "<span id=\"legende\"></span></div>\n<div class=\"cadre\"><canvas id=\"dessin\"></canvas>"
+  s.append("<h2>").append(Traduire("Dessin des points")).append("</h2><div class=\"outils\">");
+  s.append("<button id=\"tout\" type=\"button\">").append(Traduire("Vue d'ensemble")).append("</button> ");
+  s += "<span id=\"legende\"></span></div>\n<div class=\"cadre\"><canvas id=\"dessin\"></canvas>"
        "<div id=\"bulle\" hidden></div></div>\n";
 }
 

@@ -12,6 +12,7 @@
 #include <string_view>
 #include <utility>
 
+#include "io/translation.h"
 #include "model/extent.h"
 #include "report/texts.h"
 
@@ -40,8 +41,9 @@ struct ScriptPage {
 // The page's head (`titre` is HTML), the shared style and `style`, and the
 // policy, which allows `script` alone (no script when null); then <body>.
 std::string DebutPage(std::string_view titre, const ScriptPage* script, std::string_view style = {});
-// The data block `donnees` (a JSON object; none when empty), the script
-// and the end of the page.
+// The data block `donnees` (a JSON object; none when empty), the scripts'
+// texts in the chosen language unless it is French, the script and the end
+// of the page.
 void FinirPage(std::string& s, std::string_view donnees, const ScriptPage* script);
 
 // The verdict in its colour: `classe` is "ok", "rejets" or "echec".
@@ -50,6 +52,8 @@ void AjouterVerdict(std::string& s, std::string_view classe, std::string_view ht
 void AjouterEntete(std::string& s, std::initializer_list<std::pair<std::string_view, std::string>> lignes);
 void AjouterNote(std::string& s, std::string_view html);
 std::string Cellule(std::string_view html, bool nombre = false);
+// Column headings, each translated: "<th>...</th>"...
+std::string Entetes(std::initializer_list<const char*> titres);
 
 // The table `id`: its column headings, then the rows that `rangee(k)`
 // writes for k below nombre. Past kRangeesParBloc rows, the rows go in
@@ -82,7 +86,7 @@ void AjouterTable(std::string& s, std::string_view id, std::string_view titre, s
   s.append("<h2>").append(titre).append(" (").append(std::to_string(nombre)).append(")</h2>\n");
   if (nombre == 0) return;
   AjouterRangees(s, id, entetes, nombre < kParSorte ? nombre : kParSorte, rangee);
-  if (nombre > kParSorte) AjouterNote(s, std::to_string(nombre - kParSorte) + " de plus non montrés.");
+  if (nombre > kParSorte) AjouterNote(s, Formater("%s de plus non montrés.", {std::to_string(nombre - kParSorte)}));
 }
 
 // The map: its heading, the button that shows everything again, the

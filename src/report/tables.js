@@ -8,6 +8,16 @@
 // repeated on each page, and go back to their blocks afterwards.
 'use strict';
 window.addEventListener('error', function (e) { document.body.setAttribute('data-erreur', String(e.message)); });
+// The page's words in the user's language: the block #textes, when the page
+// has one, maps each text of the scripts to its translation. T(text, values)
+// gives it with %s (in order) or %N$s (the Nth value) replaced.
+var TEXTES = (function () { var e = document.getElementById('textes'); return e ? JSON.parse(e.textContent) : {}; })();
+function T(texte) {
+  var valeurs = Array.prototype.slice.call(arguments, 1), k = 0;
+  return (TEXTES[texte] || texte).replace(/%(?:(\d)\$)?s/g, function (m, n) {
+    return String(valeurs[n ? n - 1 : k++]);
+  });
+}
 function Blocs(table) {
   var corps = Array.prototype.slice.call(document.querySelectorAll('div.bloc[data-de="' + table.id + '"] tbody'));
   var enBlocs = corps.length > 0;

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 
+#include "io/translation.h"
 #include "model/point.h"
 
 namespace quillon {
@@ -30,8 +31,8 @@ int64_t Millimetres(double metres) {
 }
 
 std::string TexteTheme(int theme) {
-  if (theme < 0) return "illisible";
-  if (theme == kThemeBlanc) return "blanc";
+  if (theme < 0) return N_("illisible");
+  if (theme == kThemeBlanc) return N_("blanc");
   return std::to_string(theme);
 }
 

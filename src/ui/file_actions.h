@@ -27,7 +27,7 @@ struct FichierRapporte {
   Conversion conversion = Conversion::ValEnPrecFiab;
   OptionsConversion options;
   bool verification = false;
-  std::array<std::string, 4> bilan;  // Windows-1252
+  ComptesBilan bilan;
   bool rejets = false;
 };
 

@@ -120,14 +120,6 @@ std::span<const std::string_view> EntreesListe(std::string_view nom) {
   return {};
 }
 
-std::array<std::string, 4> LignesBilan(const ComptesBilan& c) {
-  const auto n = [](int64_t v) { return std::to_string(v); };
-  return {Formater("%s ligne(s) lues dans le fichier source", {n(c.lues)}),
-          Formater("%s ligne(s) ignorée(s) lors de la conversion", {n(c.ignorees)}),
-          Formater("%s erreur(s) constatée(s) lors de la lecture du fichier source", {n(c.lecture)}),
-          Formater("%s erreur(s) constatée(s) lors de l'écriture dans le fichier cible", {n(c.ecriture)})};
-}
-
 std::string TexteBilanFenetre(const ComptesBilan& comptes) {
   const std::array<std::string, 4> lignes = LignesBilan(comptes);
   std::string texte = lignes[0];
@@ -136,16 +128,7 @@ std::string TexteBilanFenetre(const ComptesBilan& comptes) {
 }
 
 std::string MessageFatalFenetre(const ErreurFatale& erreur) {
-  const char* modele = N_("Le fichier %s ne peut pas être ouvert");
-  switch (erreur.raison) {
-    case RaisonFatale::Ouverture: break;
-    case RaisonFatale::Creation: modele = N_("Le fichier %s ne peut pas être créé"); break;
-    case RaisonFatale::Lecture: modele = N_("Le fichier %s ne peut pas être lu"); break;
-    case RaisonFatale::Ecriture: modele = N_("Le fichier %s ne peut pas être écrit"); break;
-  }
-  std::string texte = Formater(modele, {Cp1252VersUtf8(CheminAffichable(erreur.fichier))});
-  if (!erreur.detail.empty()) texte += " (" + Cp1252VersUtf8(erreur.detail) + ")";
-  return texte + Traduire(", l'application va s'arrêter");
+  return CauseTraduite(erreur) + Traduire(", l'application va s'arrêter");
 }
 
 std::string_view TexteAPropos(std::string_view nom) {

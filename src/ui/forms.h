@@ -138,9 +138,8 @@ struct Regle {
 };
 inline constexpr Regle kRegleAPropos = {90, 105, 5654, 2445, 2460};
 
-// A run's summary as the windows word it, in the chosen language (UTF-8):
-// its four lines; and a fatal error's message.
-std::array<std::string, 4> LignesBilan(const ComptesBilan& comptes);
+// A run's summary as the windows word it, in the chosen language (UTF-8),
+// and a fatal error's message.
 std::string TexteBilanFenetre(const ComptesBilan& comptes);  // lines joined by "\r\n"
 std::string MessageFatalFenetre(const ErreurFatale& erreur);
 

@@ -56,7 +56,7 @@ class AffichageAvecRapport : public Affichage {
     f.journal = reglages_.journal.FichierLog.Nom;
     f.conversion = conversion_;
     f.options = options_;
-    f.bilan = TexteBilan(comptes);
+    f.bilan = comptes;
     f.rejets = reglages_.journal.NbErreursLecture + reglages_.journal.NbErreursEcriture != 0;
     return f;
   }

@@ -363,7 +363,7 @@ FichierRapporte Atelier::Rapporte() const {
   FichierRapporte f;
   f.source = l.source, f.cible = l.cible, f.journal = l.journal;
   f.conversion = l.conversion, f.options = l.options, f.verification = l.verification;
-  f.bilan = TexteBilan(l.comptes[0], l.comptes[1], l.comptes[2], l.comptes[3]);
+  f.bilan = {l.comptes[0], l.comptes[1], l.comptes[2], l.comptes[3]};
   f.rejets = l.comptes[2] + l.comptes[3] != 0;
   return f;
 }

@@ -124,6 +124,26 @@ rejetees = {m.group(1) for l in journal for m in [re.match(r'LECTURE: ligne (\d+
 verifier(rejetees <= mots(''.join(textes)), 'printed report: a rejected line is missing')
 verifier("Vue d'ensemble" not in ''.join(textes), 'printed report: the button is printed')
 
+# The same report in German: the page's and its script's words, drawn and
+# printed; the target and the log the same bytes as in French.
+os.mkdir(os.path.join(travail, 'de'))
+shutil.copy(os.path.join(donnees, 'avec-rejets.ptv'), os.path.join(travail, 'de'))
+subprocess.run([lot, '--langue=de', '-e', '500', '-t', 'CS', '--rapport=.', 'avec-rejets.ptv'],
+               cwd=os.path.join(travail, 'de'), capture_output=True)
+for f in ('avec-rejets.ptp', 'avec-rejets.ptv.log'):
+    a, b = (open(os.path.join(d, f), 'rb').read().split(b'\r\n') for d in (travail, os.path.join(travail, 'de')))
+    verifier(a[:1] + a[2:] == b[:1] + b[2:], f'German run: {f} differs from the French run\'s')
+allemand = os.path.join(travail, 'de', 'avec-rejets.ptv.html')
+dom = charger(allemand, 'allemand')
+legende = re.search(r'<span id="legende">(.*?)</span></div>', dom, re.S).group(1)
+verifier('<html lang="de"' in dom and 'Thema 6' in legende and 'abgewiesen' in legende and 'thème' not in legende,
+         f'German report: legend {legende[:200]}')
+textes = imprimer(allemand, 'allemand')
+francais = [m for m in ('Lignes rejetées', 'Ligne source', 'Dessin des points', 'lues dans le fichier', 'Rapport de')
+            if m in ''.join(textes)]
+verifier('abgewiesene Zeile(n)' in textes[0] and 'aus der Quelldatei gelesen' in textes[0] and not francais,
+         f'German report printed: French words {francais}')
+
 # Many rejected lines, each of its own point 1000 + k: the table's heading
 # on each of its pages, each row whole on one page, pages as the rows need.
 k0 = open(os.path.join(donnees, 'sans-rejet.ptv'), 'rb').read().split(b'\r\n')[0]

@@ -149,12 +149,12 @@ ResultatFichier ConvertirFichier(const FichierLot& fichier, const OptionsLot& op
       entete.journal = fichier.log;
       entete.conversion = NomConversion(fichier.conversion);
       entete.options = TexteOptions(fichier.conversion, conversion, options.verification);
-      entete.bilan = TexteBilan(journal.Bilan());
+      entete.bilan = journal.Bilan();
       entete.verdict = !complete                                                   ? Verdict::Echec
                        : r.erreursLecture + r.erreursEcriture != 0 ? Verdict::Rejets
                                                                    : Verdict::SansRejet;
       entete.lignesRejetees = controles->nombres[static_cast<std::size_t>(IssueLigne::Rejetee)];
-      if (r.echec) entete.message = TexteEchec(*r.echec);
+      if (r.echec) entete.echec = r.echec->fatale;
       if (r.exporte && r.epsg == 0) entete.avertissements.emplace_back(kSansSysteme);
       CreerDossierDe(fichier.rapport);
       r.rapportEcrit = EcrireFichier(*options.systeme, fichier.rapport, RapportHtml(entete, collecte.Lignes(), *controles));
