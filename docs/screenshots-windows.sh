@@ -2,8 +2,9 @@
 # Takes again the pictures of Quillon's Windows windows in docs/, under wine:
 # the main window with its Fichier menu open, the two option dialogs, the
 # about box, and the workbench with a delivery checked and its file with
-# rejected lines shown; then the main window and a dialog in German. Wine runs in a virtual desktop of its own (it draws the frames
-# and captions as Windows does) on a virtual X display.
+# rejected lines shown; then the main window, a dialog and the workbench in
+# German. Wine runs in a virtual desktop of its own (it draws the frames and
+# captions as Windows does) on a virtual X display.
 #
 #   docs/screenshots-windows.sh [WIN64_BUILD_DIR]    default: build-win64
 #
@@ -80,3 +81,4 @@ photographier windows-atelier.png atelier
 export APERCU_LANGUE=de
 photographier de-windows-fenetre-principale.png principale menu
 photographier de-windows-dialogue-val-prec.png val-prec
+photographier de-windows-atelier.png atelier

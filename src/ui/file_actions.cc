@@ -3,7 +3,6 @@
 #include <cctype>
 
 #include "export/exports.h"
-#include "io/encoding.h"
 #include "io/locale.h"
 #include "io/text_file.h"
 #include "report/html.h"
@@ -99,7 +98,7 @@ void ExporterFichier(Services& services, SystemeFichiers& systeme, Parent parent
     texte += bilan.epsg != 0 ? Formater("Système de coordonnées : EPSG:%s", {std::to_string(bilan.epsg)})
                              : std::string(Traduire("Système de coordonnées inconnu : l'export n'en nomme aucun"));
   } else {
-    texte = Cp1252VersUtf8(CauseFatale(bilan.erreur));
+    texte = CauseTraduite(bilan.erreur);
   }
   services.messages.Message(parent, kTitreApplication, texte);
 }

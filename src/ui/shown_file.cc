@@ -46,7 +46,7 @@ bool FichierMontre::Lire(const LigneFichier& f, SystemeFichiers& systeme, std::s
   collecte_ = std::make_unique<CollecteControlee>(kToleranceDefaut);
   r.observateur = collecte_.get();
   if (!Convertir(r, f.conversion, f.options)) {
-    erreur = Cp1252VersUtf8(CauseFatale(affichage.Erreur()));
+    erreur = CauseTraduite(affichage.Erreur());
     collecte_.reset();
     return false;
   }

@@ -104,7 +104,12 @@ void PanneauAtelier::ChangerDpi(UINT dpi) {
                               constats_, boutons_[0], boutons_[1], boutons_[2], boutons_[3], boutons_[4]}) {
     ::SendMessageW(controle, WM_SETFONT, reinterpret_cast<WPARAM>(police_), TRUE);
   }
-  for (int c = 0; c < TableFichiers::kColonnes; ++c) ListView_SetColumnWidth(table_, c, Echelle(kLargeursColonnes[c]));
+  for (int c = 0; c < TableFichiers::kColonnes; ++c) {
+    // At least its heading's width in the font, in every language.
+    const std::wstring entete = Large(TableFichiers::Entete(c));
+    const int texte = ListView_GetStringWidth(table_, entete.c_str()) + Echelle(14);
+    ListView_SetColumnWidth(table_, c, std::max(Echelle(kLargeursColonnes[c]), texte));
+  }
   RECT client{};
   ::GetClientRect(fenetre_, &client);
   Disposer(client.right, client.bottom);
