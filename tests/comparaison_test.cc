@@ -52,8 +52,8 @@ TEST_P(ComparaisonSoiMeme, RienNeDiffereQueLesRejetsEtLesDoublons) {
   for (const std::string& autre : {texte, melange}) {
     EcrireFichier(d / "b" + cas.extension, autre);
     Comparaison c;
-    std::string erreur;
-    ASSERT_TRUE(Comparer(d / "a" + cas.extension, d / "b" + cas.extension, {}, c, erreur)) << erreur;
+    ErreurFatale erreur;
+    ASSERT_TRUE(Comparer(d / "a" + cas.extension, d / "b" + cas.extension, {}, c, erreur)) << CauseFatale(erreur);
     const std::array<int64_t, kNombreCategories> attendus = {0, 0, 0, 0, cas.doublons, 2 * cas.rejetes, cas.identiques};
     EXPECT_EQ(c.totaux, attendus) << (&autre == &texte ? "in order" : "shuffled");
     EXPECT_EQ(c.differences.size(), static_cast<std::size_t>(cas.doublons + 2 * cas.rejetes));
@@ -78,8 +78,8 @@ TEST(RapportComparaison, UnFichierQuiNeChargeRien) {
   EcrireFichier(ancien, ligne + "</script><b>\r\n");
   EcrireFichier(nouveau, deplacee);
   Comparaison c;
-  std::string erreur;
-  ASSERT_TRUE(Comparer(ancien, nouveau, {}, c, erreur)) << erreur;
+  ErreurFatale erreur;
+  ASSERT_TRUE(Comparer(ancien, nouveau, {}, c, erreur)) << CauseFatale(erreur);
   const std::string html = RapportComparaisonHtml(c, "quillon-lot", "23-Nov-2026, 12:00:00");
 
   EXPECT_NE(html.find("default-src 'none'; script-src '" + std::string(kHashScriptComparaison) + "'"),

@@ -76,10 +76,10 @@ PointCompare Compacter(const Point& p, uint32_t ligne) {
 }
 
 bool Lire(FichierCompare& f, const ReglagesComparaison& r, bool enPrecisions, int64_t& sansPrecision,
-          SystemeFichiers& systeme, std::string& erreur) {
+          SystemeFichiers& systeme, ErreurFatale& erreur) {
   FluxTexte flux;
   if (!OuvrirFichierLecture(flux, f.chemin, systeme)) {
-    erreur = CauseFatale({f.chemin, RaisonFatale::Ouverture});
+    erreur = {f.chemin, RaisonFatale::Ouverture};
     return false;
   }
   Journal journal;  // the readers' messages, heard, never written
@@ -132,7 +132,7 @@ bool Lire(FichierCompare& f, const ReglagesComparaison& r, bool enPrecisions, in
   f.lignes = numero;
   const bool lu = !flux.EnErreur();
   FermerFichier(flux);
-  if (!lu) erreur = CauseFatale({f.chemin, RaisonFatale::Lecture});
+  if (!lu) erreur = {f.chemin, RaisonFatale::Lecture};
   return lu;
 }
 
@@ -295,7 +295,7 @@ bool Comparaison::Differe() const {
 }
 
 bool Comparer(const std::string& ancien, const std::string& nouveau, const ReglagesComparaison& reglages,
-              Comparaison& c, std::string& erreur, SystemeFichiers& systeme) {
+              Comparaison& c, ErreurFatale& erreur, SystemeFichiers& systeme) {
   c = Comparaison{};
   c.reglages = reglages;
   c.ancien.chemin = ancien, c.nouveau.chemin = nouveau;

@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "io/display.h"
 #include "io/file_system.h"
 #include "report/texts.h"
 
@@ -110,10 +111,9 @@ struct Comparaison {
 };
 
 // Reads both files (the old first) and compares them. False, with the
-// file that failed and why (Windows-1252), when one cannot be opened or
-// read to its end.
+// file that failed and why, when one cannot be opened or read to its end.
 bool Comparer(const std::string& ancien, const std::string& nouveau, const ReglagesComparaison& reglages,
-              Comparaison& resultat, std::string& erreur, SystemeFichiers& systeme = SystemeFichiersReel());
+              Comparaison& resultat, ErreurFatale& erreur, SystemeFichiers& systeme = SystemeFichiersReel());
 
 // The point's identity as every report shows it. Windows-1252.
 inline std::string TexteIdentite(const PointCompare& p) {

@@ -244,9 +244,9 @@ void LogiqueQuillon::mnuComparer_Click() {
     }
   }
   Comparaison comparaison;
-  std::string erreur;
+  ErreurFatale erreur;
   if (!Comparer(ancien->nom, nouveau->nom, ReglagesComparaison{}, comparaison, erreur, *reglages_.systeme)) {
-    services_.messages.Message(parent, kTitreApplication, Cp1252VersUtf8(erreur));
+    services_.messages.Message(parent, kTitreApplication, CauseTraduite(erreur));
     return;
   }
   const std::string chemin = services_.documents.DossierTemporaire() + "quillon-" + NomSeul(ancien->nom) + "-" +

@@ -42,9 +42,9 @@ int ExecuterComparaison(const OptionsLot& options) {
   reglages.classeEchelle = options.classeEchelle;
   reglages.groupeTheme = options.groupeTheme;
   Comparaison c;
-  std::string erreur;
+  ErreurFatale erreur;
   if (!Comparer(options.sources[0], options.sources[1], reglages, c, erreur, *options.systeme)) {
-    EcrireErreur("quillon-lot : " + erreur + std::string(FinLigne()));
+    EcrireErreur(Utf8VersCp1252("quillon-lot : " + CauseTraduite(erreur)) + std::string(FinLigne()));
     return kSortieEchec;
   }
   int code = c.Differe() ? kSortieRejets : kSortieConverti;
