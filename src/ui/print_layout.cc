@@ -100,10 +100,10 @@ VueCarte VuePapier(const VueCarte& fenetre, const PlanCarte& plan, double largeu
   return v;
 }
 
-void Liste(Mise& mise, std::string_view titre, const std::vector<EntreeListe>& entrees) {
+void Liste(Mise& mise, const std::string& titre, const std::vector<EntreeListe>& entrees) {
   if (mise.Reste() < 20) mise.NouvellePage();
   mise.Avancer(2);
-  mise.Texte(std::string(Traduire(titre)) + " (" + std::to_string(entrees.size()) + ")", 11, true);
+  mise.Texte(titre, 11, true);
   mise.Avancer(1);
   if (entrees.empty()) mise.Texte(Traduire("Aucune"), 8.5, false, kNoir, 3);
   for (const EntreeListe& e : entrees) mise.Texte(e.texte, 8.5, false, kNoir, 3);
@@ -160,8 +160,8 @@ std::vector<Page> MettreEnPages(const LigneFichier& ligne, const FichierMontre& 
       mise.Trait();
     }
   }
-  Liste(mise, kTitreRejets, montre.Rejets());
-  Liste(mise, kTitreConstats, montre.Constats());
+  Liste(mise, TitreListe(true, &montre), montre.Rejets());
+  Liste(mise, TitreListe(false, &montre), montre.Constats());
   return mise.Finir(NomSeul(ligne.source));
 }
 

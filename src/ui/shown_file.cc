@@ -6,6 +6,7 @@
 #include "conversion/run_settings.h"
 #include "io/encoding.h"
 #include "io/translation.h"
+#include "ui/forms.h"
 
 namespace quillon {
 namespace {
@@ -98,6 +99,12 @@ std::string FichierMontre::TexteDeLaLigne(uint32_t ligne) const {
     texte += "\n" + Cp1252VersUtf8(c.TexteMessage(c.Messages()[m]));
   }
   return texte;
+}
+
+std::string TitreListe(bool rejets, const FichierMontre* montre) {
+  std::string titre(Traduire(rejets ? kTitreRejets : kTitreConstats));
+  if (montre == nullptr) return titre;
+  return titre + " (" + std::to_string((rejets ? montre->Rejets() : montre->Constats()).size()) + ")";
 }
 
 }  // namespace quillon

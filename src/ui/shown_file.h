@@ -52,6 +52,11 @@ class FichierMontre {
   std::vector<EntreeListe> rejets_, constats_;
 };
 
+// A list's title as the window and the printed pages show it, in the
+// chosen language: "Lignes rejetées (3)", "Contrôles (0)"; the title alone
+// while no file is shown.
+std::string TitreListe(bool rejets, const FichierMontre* montre);
+
 // "1/12/34/100101": theme, commune, plan and point number; "?" when a part
 // of it could not be read.
 std::string TexteIdentite(const Collecte& collecte, uint32_t ligne);

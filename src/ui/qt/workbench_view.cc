@@ -232,9 +232,8 @@ void VueAtelierQt::MontrerFichier() {
     for (int k = 0; k < liste->count(); ++k) liste->item(k)->setToolTip(textes[k]);  // rows wider than the list
   }
   enMiseAJour_ = false;
-  const auto titre = [](std::string_view texte, int n) { return QStringLiteral("%1 (%2)").arg(TexteQt(Traduire(texte))).arg(n); };
-  lblRejets_->setText(titre(kTitreRejets, rejets_->count()));
-  lblConstats_->setText(titre(kTitreConstats, constats_->count()));
+  lblRejets_->setText(TexteQt(TitreListe(true, montre)));
+  lblConstats_->setText(TexteQt(TitreListe(false, montre)));
 }
 
 void VueAtelierQt::MontrerChoixDansListes() {

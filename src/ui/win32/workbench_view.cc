@@ -68,10 +68,10 @@ bool PanneauAtelier::Creer(HWND fenetre) {
   texteProgres_ = Enfant(fenetre, WC_STATICW, L"", SS_LEFT | SS_CENTERIMAGE, kIdTexteProgres);
   annuler_ = Enfant(fenetre, WC_BUTTONW, Large(Traduire(kBoutonAnnuler)).c_str(), WS_TABSTOP | BS_PUSHBUTTON, kIdAnnuler);
   if (!carte_.Creer(fenetre, kIdCarte)) return false;
-  titreRejets_ = Enfant(fenetre, WC_STATICW, Large(Traduire(kTitreRejets)).c_str(), WS_VISIBLE | SS_LEFT, kIdTitreRejets);
+  titreRejets_ = Enfant(fenetre, WC_STATICW, Large(TitreListe(true, nullptr)).c_str(), WS_VISIBLE | SS_LEFT, kIdTitreRejets);
   const DWORD kListe = kVisible | WS_VSCROLL | WS_HSCROLL | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT;
   rejets_ = Enfant(fenetre, WC_LISTBOXW, L"", kListe, kIdRejets, WS_EX_CLIENTEDGE);
-  titreConstats_ = Enfant(fenetre, WC_STATICW, Large(Traduire(kTitreConstats)).c_str(), WS_VISIBLE | SS_LEFT, kIdTitreConstats);
+  titreConstats_ = Enfant(fenetre, WC_STATICW, Large(TitreListe(false, nullptr)).c_str(), WS_VISIBLE | SS_LEFT, kIdTitreConstats);
   constats_ = Enfant(fenetre, WC_LISTBOXW, L"", kListe, kIdConstats, WS_EX_CLIENTEDGE);
   for (std::size_t k = 0; k < kBoutons.size(); ++k) {
     boutons_[k] = Enfant(fenetre, WC_BUTTONW, Large(Traduire(kBoutons[k].texte)).c_str(), kVisible | BS_PUSHBUTTON,
@@ -225,11 +225,8 @@ void PanneauAtelier::MontrerListes() {
       ::SendMessageW(liste, WM_SETREDRAW, TRUE, 0);
       ::InvalidateRect(liste, nullptr, TRUE);
     }
-    const auto titre = [&](std::string_view mot, std::size_t n) {
-      return Large(std::string(Traduire(mot)) + (montre != nullptr ? " (" + std::to_string(n) + ")" : ""));
-    };
-    ::SetWindowTextW(titreRejets_, titre(kTitreRejets, montre ? montre->Rejets().size() : 0).c_str());
-    ::SetWindowTextW(titreConstats_, titre(kTitreConstats, montre ? montre->Constats().size() : 0).c_str());
+    ::SetWindowTextW(titreRejets_, Large(TitreListe(true, montre)).c_str());
+    ::SetWindowTextW(titreConstats_, Large(TitreListe(false, montre)).c_str());
   }
   for (const bool rejets : {true, false}) {
     const std::optional<std::size_t> rang = atelier_.RangDansListe(rejets);
