@@ -44,7 +44,7 @@ std::string CauseTraduite(const ErreurFatale& erreur) {
     case RaisonFatale::Lecture: modele = N_("Le fichier %s ne peut pas être lu"); break;
     case RaisonFatale::Ecriture: modele = N_("Le fichier %s ne peut pas être écrit"); break;
   }
-  std::string texte = Formater(modele, {Cp1252VersUtf8(CheminAffichable(erreur.fichier))});
+  std::string texte = Formater(modele, {CheminAffichableUtf8(erreur.fichier)});
   if (!erreur.detail.empty()) texte += " (" + Cp1252VersUtf8(erreur.detail) + ")";
   return texte;
 }

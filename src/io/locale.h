@@ -5,6 +5,8 @@
 #include <ctime>
 #include <string>
 
+#include "io/encoding.h"
+
 namespace quillon {
 
 // True when the user's locale (LC_ALL, LC_CTYPE, LANG) encodes text in
@@ -32,5 +34,8 @@ namespace quillon {
 // Windows, whose names the program holds in UTF-8), "?" standing for a
 // character that the code page lacks.
 std::string CheminAffichable(const std::string& nom);
+// The same in UTF-8, for a message in the user's language, which the
+// console turns back into those bytes.
+inline std::string CheminAffichableUtf8(const std::string& nom) { return Cp1252VersUtf8(CheminAffichable(nom)); }
 
 }  // namespace quillon

@@ -30,10 +30,7 @@ std::string CheminRapport(const OptionsLot& options) {
 int ExecuterComparaison(const OptionsLot& options) {
   for (const std::string& source : options.sources) {
     if (!SortePourChemin(source)) {
-      EcrireErreur(Utf8VersCp1252("quillon-lot : " +
-                                  Formater("%s n'est pas un fichier .ptv, .ptp ou .pts", {NomEnUtf8(source)}) + "\n" +
-                                  TexteUsage()));
-      return kSortieUsage;
+      return ErreurUsage(Formater("%s n'est pas un fichier .ptv, .ptp ou .pts", {CheminAffichableUtf8(source)}));
     }
   }
   ReglagesComparaison reglages;
@@ -44,16 +41,14 @@ int ExecuterComparaison(const OptionsLot& options) {
   Comparaison c;
   ErreurFatale erreur;
   if (!Comparer(options.sources[0], options.sources[1], reglages, c, erreur, *options.systeme)) {
-    EcrireErreur(Utf8VersCp1252("quillon-lot : " + CauseTraduite(erreur)) + std::string(FinLigne()));
+    SignalerErreur(CauseTraduite(erreur));
     return kSortieEchec;
   }
   int code = c.Differe() ? kSortieRejets : kSortieConverti;
   if (c.sansPrecision > 0) {
-    EcrireErreur(Utf8VersCp1252("quillon-lot : " +
-                                Formater("%s code(s) de valeur sans précisions dans les tables à cette échelle "
-                                         "(--echelle ?) : leurs précisions ne sont pas comparées",
-                                         {std::to_string(c.sansPrecision)})) +
-                 std::string(FinLigne()));
+    SignalerErreur(Formater("%s code(s) de valeur sans précisions dans les tables à cette échelle "
+                            "(--echelle ?) : leurs précisions ne sont pas comparées",
+                            {std::to_string(c.sansPrecision)}));
   }
   const bool jsonSeul = options.rapportJson && *options.rapportJson == "-";
   if (!jsonSeul) EcrireConsole(TexteComparaison(c, FinLigne()));
@@ -62,16 +57,14 @@ int ExecuterComparaison(const OptionsLot& options) {
     if (jsonSeul) {
       EcrireSortieBrute(json);
     } else if (!EcrireFichier(*options.systeme, *options.rapportJson, json)) {
-      EcrireErreur(Utf8VersCp1252("quillon-lot : " + Formater("le rapport %s ne peut pas être écrit", {*options.rapportJson})) +
-                   std::string(FinLigne()));
+      SignalerErreur(Formater("le rapport %s ne peut pas être écrit", {CheminAffichableUtf8(*options.rapportJson)}));
       code = kSortieEchec;
     }
   }
   const std::string rapport = options.dossierRapport.empty() ? std::string() : CheminRapport(options);
   if (!rapport.empty() &&
       !EcrireFichier(*options.systeme, rapport, RapportComparaisonHtml(c, "quillon-lot", DateHeureJournal()))) {
-    EcrireErreur(Utf8VersCp1252("quillon-lot : " + Formater("le rapport %s ne peut pas être écrit", {NomEnUtf8(rapport)})) +
-                 std::string(FinLigne()));
+    SignalerErreur(Formater("le rapport %s ne peut pas être écrit", {CheminAffichableUtf8(rapport)}));
     code = kSortieEchec;
   }
   return code;

@@ -4,6 +4,10 @@
 #include <charconv>
 #include <string_view>
 
+#include "app/batch/platform.h"
+#include "app/batch/totals.h"
+#include "io/console.h"
+#include "io/encoding.h"
 #include "io/translation.h"
 #include "model/point.h"
 
@@ -351,6 +355,15 @@ illisible, 64 ligne de commande incorrecte.
     texte += Traduire(section);
   }
   return texte;
+}
+
+void SignalerErreur(std::string_view message) {
+  EcrireErreur(Utf8VersCp1252("quillon-lot : " + std::string(message)) + std::string(FinLigne()));
+}
+
+int ErreurUsage(std::string_view message) {
+  EcrireErreur(Utf8VersCp1252("quillon-lot : " + std::string(message) + "\n" + TexteUsage()));
+  return kSortieUsage;
 }
 
 }  // namespace quillon::lot

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "export/export_writer.h"
@@ -62,5 +63,11 @@ std::optional<Langue> LangueDemandee(const std::vector<std::string>& mots);
 // The texts of --help and of a usage error, in UTF-8, in the chosen language.
 std::string TexteAide();
 const char* TexteUsage();
+
+// What quillon-lot says on standard error, in the console's encoding: a
+// line "quillon-lot : " and the message (UTF-8); and a usage error, the
+// message and the usage after it, whose exit status it returns.
+void SignalerErreur(std::string_view message);
+int ErreurUsage(std::string_view message);
 
 }  // namespace quillon::lot

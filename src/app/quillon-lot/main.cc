@@ -29,11 +29,6 @@ namespace {
 // Texts of this file are UTF-8; the console takes Windows-1252.
 void Sortie(const std::string& utf8) { EcrireConsole(Utf8VersCp1252(utf8)); }
 
-int ErreurUsage(const std::string& message) {
-  EcrireErreur(Utf8VersCp1252("quillon-lot : " + message + "\n" + TexteUsage()));
-  return kSortieUsage;
-}
-
 // The progress line on a terminal, redrawn in place and wiped before the
 // report writes.
 class Avancement {
@@ -128,7 +123,7 @@ int Principal(int argc, char** argv) {
   suivi.fichierTermine = [&](std::size_t i, const ResultatFichier& r) {
     if (r.exporte && r.epsg == 0) {
       avancement.Effacer();
-      EcrireErreur("quillon-lot : " + liste.fichiers[i].source + " : " + Utf8VersCp1252(Traduire(kSansSysteme)) + "\n");
+      SignalerErreur(CheminAffichableUtf8(liste.fichiers[i].source) + " : " + Traduire(kSansSysteme));
     }
     if (jsonSeul) return;
     avancement.Effacer();
@@ -146,8 +141,7 @@ int Principal(int argc, char** argv) {
   if (!jsonSeul) EcrireConsole(LignesTotaux(totaux, FinLigne()));
   if (json && !EcrireRapportJson(*options.systeme, *options.rapportJson, RapportJson(liste.fichiers, resultats,
                                                                    options.verification, code))) {
-    EcrireErreur(Utf8VersCp1252(
-        "quillon-lot : " + Formater("le rapport %s ne peut pas être écrit", {*options.rapportJson}) + "\n"));
+    SignalerErreur(Formater("le rapport %s ne peut pas être écrit", {CheminAffichableUtf8(*options.rapportJson)}));
     if (code < kSortieEchec) code = kSortieEchec;
   }
   bool rapportsEcrits = true;
@@ -157,8 +151,7 @@ int Principal(int argc, char** argv) {
     if (tente && !liste.fichiers[i].rapport.empty() && !resultats[i].rapportEcrit) rapportsEcrits = false;
   }
   if (!options.dossierRapport.empty() && (!EcrireIndex(options, liste.fichiers, resultats) || !rapportsEcrits)) {
-    EcrireErreur(Utf8VersCp1252(
-        "quillon-lot : " + Formater("les rapports de %s ne peuvent pas être écrits", {options.dossierRapport}) + "\n"));
+    SignalerErreur(Formater("les rapports de %s ne peuvent pas être écrits", {CheminAffichableUtf8(options.dossierRapport)}));
     if (code < kSortieEchec) code = kSortieEchec;
   }
   SynchroniserDossiers();
