@@ -51,9 +51,10 @@ function(quillon_embarquer_script nom sortie)
   file(COPY_FILE ${sortie}.tmp ${sortie} ONLY_IF_DIFFERENT)
 endfunction()
 
-# The texts the pages' scripts show, each given to T('...'), as
-# kTextesScripts: a page in another language than French carries their
-# translations for the scripts to read (report/page.cc).
+# The texts the pages' scripts show, each given to T('...') as one quoted
+# literal (holding no quote, backslash or semicolon), as kTextesScripts: a
+# page in another language than French carries their translations for the
+# scripts to read (report/page.cc).
 function(quillon_textes_scripts sortie)
   set(textes "")
   foreach(source IN LISTS ARGN)
